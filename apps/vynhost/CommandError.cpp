@@ -1,0 +1,34 @@
+#include "vynhost/CommandError.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace vynhost {
+
+namespace {
+
+// Reasons come from the system and from plug-ins too, and may run over several lines.
+std::string OnOneLine(std::string text) {
+    std::replace_if(
+        text.begin(), text.end(), [](unsigned char c) { return c < 0x20 || c == 0x7F; }, ' ');
+    return text;
+}
+
+} // namespace
+
+CommandError::CommandError(ExitStatus status, Subject subject, std::string name, std::string text)
+    : std::runtime_error(OnOneLine(std::move(text))), mStatus(status), mSubject(subject), mName(std::move(name)) {}
+
+CommandError CommandError::WrongUsage(std::string text) {
+    return {ExitStatus::kWrongUsage, Subject::kNone, {}, std::move(text)};
+}
+
+CommandError CommandError::OfFile(std::string name, std::string text) {
+    return {ExitStatus::kWorkFailed, Subject::kFile, std::move(name), std::move(text)};
+}
+
+CommandError CommandError::OfPlugin(std::string name, std::string text) {
+    return {ExitStatus::kPluginRefused, Subject::kPlugin, std::move(name), std::move(text)};
+}
+
+} // namespace vynhost

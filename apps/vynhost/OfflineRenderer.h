@@ -1,0 +1,105 @@
+#pragma once
+
+#include "vynhost/ChannelBuffers.h"
+#include "vynhost/MainBuses.h"
+#include "vynhost/RenderTransport.h"
+
+#include "vynaudiofilterhost/AudioFilter.h"
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vynhost {
+
+/// What is to be rendered.
+struct RenderSetup {
+    int channels = 0;         ///< of the source, at least 1
+    std::int64_t samples = 0; ///< per channel of the source
+    double sampleRate = 0.0;  ///< in hertz
+    int blockSize = 0;        ///< at least 1
+    /// Compensates this latency, in samples, whatever the filter says. Empty: what the filter says.
+    std::optional<int> latency;
+};
+
+/// What became of it.
+struct RenderOutcome {
+    std::int64_t samples = 0;       ///< per channel, handed to the sink
+    int latency = 0;                ///< in samples, compensated
+    int latencyAfterwards = 0;      ///< what the filter says when it is asked anew after the work
+    std::int64_t tail = 0;          ///< in samples, rendered behind the source's end
+    double timesRealTime = 0.0;     ///< of the time inside the filter alone
+    std::vector<std::string> notes; ///< for the user
+};
+
+/// Sends audio through a filter, as fast as it goes and block by block, so that memory doesn't grow with the length. It
+/// takes audio from a source and gives it to a sink; it knows no files. It never plays anything.
+///
+/// Life: made over a suspended filter, which it sets up and resumes; Run once; its end suspends the filter again. The
+/// filter belongs to the caller and must outlive it.
+///
+/// What comes out is in step with what went in: the filter's latency is cut off in front and rendered behind, and the
+/// filter's tail follows. An endless or absurd tail is limited to ten seconds.
+class OfflineRenderer {
+public:
+    /// Fills channels[channel][sample] with the next samples of the source.
+    using Source = std::function<void(float* const* channels, int samples)>;
+    /// Takes the next samples of the result, GetOutputChannels channels of them. They may be changed in place.
+    using Sink = std::function<void(float* const* channels, int samples)>;
+
+    /// Sets the filter up and resumes it. Throws std::runtime_error when the filter gives no audio.
+    /// [main-thread & suspended]
+    OfflineRenderer(vynaudiofilterhost::AudioFilter& filter, RenderSetup const& setup);
+    OfflineRenderer(OfflineRenderer const&) = delete;
+    OfflineRenderer& operator=(OfflineRenderer const&) = delete;
+    /// [main-thread]
+    ~OfflineRenderer();
+
+    /// Channels of the filter's main output.
+    /// [main-thread]
+    int GetOutputChannels() const noexcept { return mMainOutput.channels; }
+
+    /// Renders everything on the calling thread, which is the process thread meanwhile, and runs the main thread's
+    /// calls between blocks. Throws std::runtime_error when the filter doesn't do the work, and whatever source and
+    /// sink throw. [main-thread]
+    RenderOutcome Run(Source const& source, Sink const& sink);
+
+private:
+    void SetUpFilter();
+    void PrepareBlocks();
+    void ReleaseFilter() noexcept;
+    std::int64_t GetEnd();
+    int ReadLatency();
+    std::int64_t ReadTail();
+    bool ReadBlock(Source const& source, int samples);
+    void ProcessBlock(int samples);
+    bool TidyOutput(int samples);
+    void Deliver(Sink const& sink, int samples);
+    void CheckBuses() const;
+    void Note(std::string note);
+    RenderOutcome Conclude();
+
+    vynaudiofilterhost::AudioFilter& mFilter;
+    RenderSetup const mSetup;
+    RenderTransport mTransport;
+    BusSpan mMainInput;
+    BusSpan mMainOutput;
+    int mBlockSize = 0;
+    vynaudiofilterhost::ChannelFlags mSilentInputs;
+    vynaudiofilterhost::ChannelFlags mSilentOutputs;
+    std::optional<ChannelBuffers> mSourceBuffers;
+    std::optional<ChannelBuffers> mInputs;
+    std::optional<ChannelBuffers> mOutputs;
+
+    std::int64_t mPosition = 0;
+    std::optional<std::int64_t> mTail;
+    std::chrono::steady_clock::duration mProcessingTime{};
+    std::int64_t mBlocks = 0;
+    std::int64_t mUndoneBlocks = 0;
+    RenderOutcome mOutcome;
+};
+
+} // namespace vynhost

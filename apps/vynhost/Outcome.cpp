@@ -1,0 +1,55 @@
+#include "vynhost/Outcome.h"
+
+#include "vynhost/JSONText.h"
+
+#include "os/Console.h"
+
+#include <cstdio>
+#include <exception>
+
+namespace vynhost {
+
+namespace {
+
+void PrintError(std::string const& line) {
+    std::fprintf(stderr, "vynhost: %s\n", line.c_str());
+}
+
+ExitStatus ReportFailure(CommandError const& error, bool json) {
+    if (json) {
+        nlohmann::ordered_json document;
+        document["error"] = error.what();
+        if (error.GetSubject() != CommandError::Subject::kNone)
+            document[error.GetSubject() == CommandError::Subject::kFile ? "file" : "plugin"] = error.GetName();
+        os::WriteOutput(ToText(document));
+    } else {
+        PrintError(error.GetName().empty() ? error.what() : error.GetName() + ": " + error.what());
+    }
+    return error.GetStatus();
+}
+
+ExitStatus RunReported(bool json, std::function<std::string()> const& work) {
+    try {
+        if (os::WriteOutput(work()))
+            return ExitStatus::kSuccess;
+        PrintError("the result could not be written to standard output");
+        return ExitStatus::kWorkFailed;
+    } catch (CommandError const& error) {
+        return ReportFailure(error, json);
+    } catch (std::exception const& error) {
+        return ReportFailure({ExitStatus::kWorkFailed, CommandError::Subject::kNone, {}, error.what()}, json);
+    }
+}
+
+} // namespace
+
+ExitStatus RunCommand(bool json, std::function<std::string()> const& work) noexcept {
+    try {
+        return RunReported(json, work);
+    } catch (...) {
+        PrintError("failed for no reason that could be told");
+        return ExitStatus::kWorkFailed;
+    }
+}
+
+} // namespace vynhost

@@ -1,0 +1,93 @@
+#include "vynhost/RenderPass.h"
+
+#include "vynhost/ChannelFit.h"
+#include "vynhost/ProgressLine.h"
+
+#include "vyncore/strings/StringUtils.h"
+
+#include <span>
+#include <utility>
+
+namespace vynhost {
+
+namespace {
+
+RenderSetup MakeSetup(AudioFileReader const& reader, int blockSize, std::optional<int> latency) {
+    AudioFormat const& format = reader.GetFormat();
+    return {format.channels, reader.GetSampleCount(), static_cast<double>(format.sampleRate), blockSize, latency};
+}
+
+void Measure(LevelMeter& meter, float* const* channels, int channelCount, int samples) {
+    for (float* channel : std::span(channels, static_cast<std::size_t>(channelCount)))
+        meter.Add({channel, static_cast<std::size_t>(samples)});
+}
+
+} // namespace
+
+RenderPass::RenderPass(RenderRequest const& request, boost::intrusive_ptr<vynaudiofilterhost::AudioFilter> filter,
+                       std::optional<int> latency)
+    : mRequest(request),
+      mReader(request.inputPath),
+      mFilter(std::move(filter)),
+      mRenderer(*mFilter, MakeSetup(mReader, request.blockSize, latency)),
+      mOutputFormat(ChooseWavFormat(mReader.GetFormat(), mRenderer.GetOutputChannels())),
+      mWriter(request.outputPath, mOutputFormat, mReader.GetSampleCount()) {}
+
+RenderOutcome const& RenderPass::Run() {
+    ProgressLine progress;
+    std::int64_t written = 0;
+    auto const source = [&](float* const* channels, int samples) {
+        mReader.Read(channels, samples);
+        Measure(mMeterIn, channels, mReader.GetFormat().channels, samples);
+    };
+    auto const sink = [&](float* const* channels, int samples) {
+        Measure(mMeterOut, channels, mRenderer.GetOutputChannels(), samples);
+        mWriter.Write(channels, samples);
+        written += samples;
+        progress.Show(static_cast<double>(written) / static_cast<double>(mReader.GetSampleCount()));
+    };
+    mOutcome = mRenderer.Run(source, sink);
+    return mOutcome;
+}
+
+RenderReport RenderPass::Finish() {
+    mWriter.Commit();
+    RenderReport report;
+    report.id = vyncore::string::UTF16to8(mFilter->GetID());
+    report.name = vyncore::string::UTF16to8(mFilter->GetDisplayName());
+    report.outputPath = mRequest.outputPath;
+    report.sampleFormat = GetSampleFormatName(mOutputFormat);
+    report.sampleRate = mOutputFormat.sampleRate;
+    report.samples = mOutcome.samples;
+    report.channelsIn = mReader.GetFormat().channels;
+    report.channelsOut = mOutputFormat.channels;
+    report.peakIn = mMeterIn.GetPeak();
+    report.rmsIn = mMeterIn.GetRMS();
+    report.peakOut = mMeterOut.GetPeak();
+    report.rmsOut = mMeterOut.GetRMS();
+    report.latency = mOutcome.latency;
+    report.tail = mOutcome.tail;
+    report.timesRealTime = mOutcome.timesRealTime;
+    CollectNotes(report);
+    return report;
+}
+
+void RenderPass::CollectNotes(RenderReport& report) const {
+    report.notes = mOutcome.notes;
+    if (mMeterIn.GetNonFiniteCount() > 0)
+        report.notes.push_back(std::to_string(mMeterIn.GetNonFiniteCount()) +
+                               " samples of the file are not finite (NaN or infinite) and were taken as 0");
+    if (mMeterOut.GetNonFiniteCount() > 0)
+        report.notes.push_back(std::to_string(mMeterOut.GetNonFiniteCount()) +
+                               " samples from the plug-in are not finite (NaN or infinite) and were written as 0");
+    if (mWriter.GetClippedCount() > 0)
+        report.notes.push_back(std::to_string(mWriter.GetClippedCount()) +
+                               " samples are beyond full scale and were clipped: the file is " + report.sampleFormat);
+    if (!HaveSameSampleFormat(mReader.GetFormat(), mOutputFormat))
+        report.notes.push_back("written as " + report.sampleFormat +
+                               ": a WAV file does not keep the sample format of the input");
+    if (mWriter.IsLong())
+        report.notes.push_back("too long for a WAV file: written as RF64");
+}
+
+} // namespace vynhost

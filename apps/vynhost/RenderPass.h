@@ -1,0 +1,51 @@
+#pragma once
+
+#include "vynhost/AudioFileReader.h"
+#include "vynhost/AudioFileWriter.h"
+#include "vynhost/LevelMeter.h"
+#include "vynhost/OfflineRenderer.h"
+#include "vynhost/RenderCommand.h"
+#include "vynhost/RenderReport.h"
+
+#include <boost/smart_ptr/intrusive_ptr.hpp>
+
+#include <optional>
+
+namespace vynhost {
+
+/// One rendering of the input file, from its first sample to its last, through a filter of its own into an output file
+/// of its own. The output appears with Finish alone.
+///
+/// Life: made, which opens the files and sets the filter up; Run; Finish.
+class RenderPass {
+public:
+    /// @param filter   new and suspended
+    /// @param latency  compensates this latency in samples; empty: what the filter says
+    /// Throws what AudioFileReader, OfflineRenderer, AudioFileWriter and the plug-in throw.
+    /// [main-thread]
+    RenderPass(RenderRequest const& request, boost::intrusive_ptr<vynaudiofilterhost::AudioFilter> filter,
+               std::optional<int> latency);
+
+    /// Throws what the plug-in throws besides the failures of the files.
+    /// [main-thread]
+    RenderOutcome const& Run();
+
+    /// Puts the output file in its place and tells what was done.
+    /// [main-thread]
+    RenderReport Finish();
+
+private:
+    void CollectNotes(RenderReport& report) const;
+
+    RenderRequest const& mRequest;
+    AudioFileReader mReader;
+    boost::intrusive_ptr<vynaudiofilterhost::AudioFilter> mFilter;
+    OfflineRenderer mRenderer;
+    AudioFormat mOutputFormat;
+    AudioFileWriter mWriter;
+    LevelMeter mMeterIn;
+    LevelMeter mMeterOut;
+    RenderOutcome mOutcome;
+};
+
+} // namespace vynhost

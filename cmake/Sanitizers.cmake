@@ -1,0 +1,8 @@
+# VYN_SANITIZE names the sanitizers of a whole build tree, so that no object of it is left out.
+if(VYN_SANITIZE)
+  add_compile_options(-fsanitize=${VYN_SANITIZE} -fno-omit-frame-pointer -g)
+  add_link_options(-fsanitize=${VYN_SANITIZE})
+  if(VYN_SANITIZE MATCHES "undefined")
+    add_compile_options(-fno-sanitize-recover=undefined)
+  endif()
+endif()

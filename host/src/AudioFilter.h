@@ -1,0 +1,368 @@
+#pragma once
+
+#include "vynaudiofilterhost/AudioFilterParameterInfo.h"
+#include "vynaudiofilterhost/IAudioFilterHost.h"
+#include "vynaudiofilterhost/ProcessMessageHandler.h"
+#include "vynaudiofilterhost/RenderingContext.h"
+#include "vyncore/Export.h"
+#include "vyncore/geom/Rect.h"
+#include "vyncore/strings/UString.h"
+#include "vyncore/utility/Flags.h"
+#include "vyncore/utility/RefCountedObject.h"
+#include "vynmediatypes/AudioBusDescription.h"
+#include "vynmediatypes/AudioChannelLayout.h"
+#include "vynmediatypes/ChannelMap.h"
+
+#include <boost/signals2/signal.hpp>
+#include <boost/smart_ptr/intrusive_ptr.hpp>
+
+#include <atomic>
+#include <cstdint>
+#include <list>
+#include <utility>
+#include <vector>
+
+namespace vynaudiofilterhost {
+
+class AudioFilterDescriptor;
+class AudioFilterEditor;
+class PluginLocator;
+class PresetData;
+class PresetList;
+
+/// One bit per channel, bit n for channel n; a set bit says that the channel holds silence. Channels 64 apart share a bit.
+using ChannelFlags = vyncore::utility::Flags<std::uint64_t>;
+
+/// The one class that an application sees for every hosted effect, whatever its format.
+///
+/// A subclass overrides what its format needs; nearly every operation has a working default. It is held through
+/// boost::intrusive_ptr. A plug-in filter is made by its module; an internal one by its subclass's constructor.
+///
+/// Life: a new filter is suspended, without buses, with sample rate 0 and block size 0. Suspended, the application sets
+/// host, rate and block size and asks for buses; Resume sizes everything that rendering uses, Suspend ends rendering.
+/// Rendering starts after Resume and stops before Suspend. A filter may go to and fro any number of times.
+///
+/// Thread safety: ProcessWithMapping and the process side of posted messages belong to the process thread, everything else
+/// to the main thread. No operation on the process thread allocates, locks or waits. Signals fire on the caller's thread;
+/// the latency signal on the main thread only.
+class VYN_API AudioFilter : public vyncore::utility::RefCountedObject {
+public:
+    using UString = vyncore::UString;
+    using Buses = std::vector<vynmediatypes::AudioBusDescription>;
+    using Layouts = std::vector<vynmediatypes::AudioChannelLayout>;
+
+    enum Direction : std::int32_t { kDirectionInput = 0, kDirectionOutput = 1 };
+
+    using PresetChangedSignal = boost::signals2::signal<void()>;
+    using AutomatedParameterChangeSignal = boost::signals2::signal<void(int, float)>;
+    using ParameterPropertiesChangedSignal = boost::signals2::signal<void()>;
+    using EditingStateChangeSignal = boost::signals2::signal<void(int, bool)>;
+    using ChannelMapChangedSignal =
+        boost::signals2::signal<void(Direction, vynmediatypes::ChannelMap, vynmediatypes::ChannelMap)>;
+    using BusConfigurationChangedSignal = boost::signals2::signal<void()>;
+    using TargetFormatChangedSignal = boost::signals2::signal<void()>;
+    using SuspendedStateChangedSignal = boost::signals2::signal<void(bool)>;
+    using LatencyChangedSignal = boost::signals2::signal<void()>;
+
+    /// @param uniqueID     key of the filter in the catalogue, fixed for life
+    /// @param displayName  what a user sees
+    AudioFilter(UString const& uniqueID, UString const& displayName);
+    AudioFilter(AudioFilter const&) = delete;
+    AudioFilter& operator=(AudioFilter const&) = delete;
+    ~AudioFilter() override;
+
+    /// Stores where the filter asks for transport; not owned, null for none. [main-thread & suspended]
+    virtual void SetAudioFilterHost(IAudioFilterHost* host);
+    /// Stores the sample rate in hertz; rendering follows with the next Resume. [main-thread & suspended]
+    virtual void SetSampleRate(float sampleRate);
+    /// Stores the largest block in samples; the buffers for rendering follow with the next Resume.
+    /// [main-thread & suspended]
+    virtual void SetBlockSize(int blockSize);
+    /// The largest number of samples that the effect itself is given at once. [any-thread]
+    virtual int GetMaxProcessingBlockSize() const;
+    /// Tells the position of the next block, in samples. [process-thread | main-thread & suspended]
+    virtual void SetCurrentOffset(std::int64_t offset);
+
+    /// The filter's own work on one block, called by ProcessWithMapping.
+    /// @param in          in[channel][sample], one pointer per input channel of all buses in order; read only
+    /// @param out         out[channel][sample], one pointer per output channel of all buses in order
+    /// @param numSamples  samples in each buffer, at most the block size
+    /// @param inFlags     channels whose input is silence
+    /// @param outFlags    receives the channels whose output need not be read; a filter that produces nothing sets all
+    /// [process-thread]
+    virtual void Process(float** in, float** out, int numSamples, ChannelFlags inFlags, ChannelFlags& outFlags);
+
+    /// The entry point of the render thread: runs waiting messages, keeps the filter from reading channels that the caller
+    /// declares silent, and calls Process. Arguments as for Process.
+    /// [process-thread]
+    virtual void ProcessWithMapping(float** in, float** out, int numSamples, ChannelFlags inFlags,
+                                    ChannelFlags& outFlags);
+
+    /// What kind of effect it is; all false by default. [any-thread]
+    virtual bool IsOfflineProcess() const;
+    virtual bool IsGenerator() const;
+    virtual bool CanChangeDuration() const;
+
+    /// Selection and duration in samples, for effects that work on a stretch of audio. [main-thread]
+    virtual void SetSelectionLeft(double position);
+    virtual double GetSelectionLeft() const;
+    virtual void SetCurrentDuration(double duration);
+    virtual double GetCurrentDuration() const;
+    virtual double GetProcessedDuration() const;
+    /// Translate a position between the original and the processed audio; the same by default. [main-thread]
+    virtual double GetOriginalPosition(double processedPosition) const;
+    virtual double GetProcessedPosition(double originalPosition) const;
+    virtual double GetProcessedScale() const;
+    /// Processes off line, returns the samples made; 0 by default. [main-thread]
+    virtual int OfflineProcess(float** in, float** out, int numInSamples, int numOutSamples, int numChannels);
+    /// Samples of sound after the input has ended. [main-thread]
+    virtual int GetTail() const;
+    virtual int GetMaxOutputBlockSize(int inputBlockSize) const;
+    virtual bool OfflineProcessFinished();
+
+    /// Ends rendering: the main thread takes over the message queue, and the suspended-state signal fires with true.
+    /// [main-thread]
+    virtual void Suspend();
+    /// Sizes everything that rendering uses and lets the process thread in; the signal fires with false.
+    /// [main-thread & suspended]
+    virtual void Resume();
+
+    virtual void SetRenderingContext(RenderingContext context);
+    virtual void SetDoSpectral(bool spectral);
+    virtual void SetPreviewMode(bool preview);
+
+    /// Parameters are numbered from 0; values are normalized, 0..1. [main-thread]
+    virtual int GetParameterCount() const;
+    /// SetParameter, announced by the automated-parameter-change signal. [main-thread]
+    virtual void SetParameterAutomated(int index, float value);
+    /// Applies a value; the base class counts the change. [main-thread | process-thread]
+    virtual void SetParameter(int index, float value);
+    virtual float GetParameter(int index) const;
+    /// Null when there is none. [main-thread]
+    virtual boost::intrusive_ptr<AudioFilterParameterInfo> GetParameterInfo(int index);
+    virtual UString GetParameterString(int index);
+    virtual void SetParameterIsAutomated(int index, bool automated);
+    virtual std::uint64_t GetCustomData(int kind, std::uint64_t count, std::vector<float>& data);
+    virtual std::uint64_t GetCustomData(int kind, std::uint64_t count, std::vector<double>& data);
+
+    /// Presets and settings. [main-thread]
+    virtual float GetCurrentPresetVersion() const;
+    virtual bool DoPresetsUseChunkData() const;
+    virtual void GetFactoryDefaultPresets(PresetList& list) const;
+    virtual int GetNumFactoryPresets() const;
+    virtual UString GetFactoryPresetName(int index);
+    virtual void SetFactoryPreset(int index);
+    virtual bool LoadSettings(PresetData const& preset);
+    virtual void SaveSettings(PresetData& preset) const;
+    virtual bool LoadChunkData(PresetData const& preset);
+    virtual bool SaveChunkData(PresetData& preset) const;
+    virtual bool LoadCustomData(PresetData const& preset);
+    virtual bool ArePresetsSafeForPlayback() const;
+
+    /// The filter's latency in samples. [any-thread]
+    virtual int GetInitialDelay() const;
+
+    /// Asks for buses; what the filter then has is its nearest answer (GetBusConfiguration). A request that leaves the
+    /// filter without any channel is undone. Fires the bus-configuration signal when a bus differs from before. Channel
+    /// maps stay as they are; rendering follows with the next Resume.
+    /// [main-thread & suspended]
+    virtual void RequestBusConfiguration(Buses const& inputs, Buses const& outputs);
+    /// True when the filter has more than one input bus. [main-thread]
+    virtual bool CanUseSideChaining() const;
+
+    /// Editors: null when the filter has none. [main-thread]
+    virtual bool HasCustomEditor() const;
+    virtual boost::intrusive_ptr<AudioFilterEditor> CreateCustomEditor();
+    virtual void DestroyCustomEditor(boost::intrusive_ptr<AudioFilterEditor> editor);
+
+protected:
+    /// A new, suspended filter with the same settings, or null when none can be made. [main-thread]
+    virtual boost::intrusive_ptr<AudioFilter> Clone() const;
+
+public:
+    virtual bool IsProxy() const;
+
+    /// Bracket a user's gesture on a parameter. A negative index concerns no single parameter. [main-thread]
+    virtual void BeginEditing(int index);
+    virtual void EndEditing(int index);
+    virtual bool IsEditing(int index) const;
+
+    /// Bracket a load of settings; the end fires the preset-changed signal. [main-thread]
+    virtual void StartLoadingSettings();
+    virtual void FinishLoadingSettings(bool changed);
+
+    /// The catalogue record of this filter, or null. [main-thread]
+    virtual boost::intrusive_ptr<AudioFilterDescriptor> CreateFilterDescriptor(PluginLocator const& locator,
+                                                                               bool internalFilter);
+
+    /// Pumps the side of the message queue that the calling thread belongs to. [main-thread | process-thread]
+    virtual void FlushMessageQueue();
+
+    virtual bool RequiresSymmetricIO() const;
+    virtual bool IsMusicDevice() const;
+
+    /// Adds a MIDI message to the block that is processed next.
+    /// @param live          played now, not sequenced
+    /// @param sampleOffset  place in the block, in samples
+    /// [process-thread]
+    virtual void ScheduleMIDIEvent(bool live, unsigned int sampleOffset, unsigned char status, unsigned char data1,
+                                   unsigned char data2);
+
+protected:
+    /// Clears the buses and adds those that the filter can do, as near to the layouts as it can. [main-thread & suspended]
+    virtual void RequestIOConfiguration(Layouts const& inputLayouts, Layouts const& outputLayouts);
+
+    virtual bool LoadParams(PresetData const& preset);
+    /// Replaces the list by one value per parameter; 0.0 for one that is not persisted. [main-thread]
+    virtual void SaveParams(std::list<float>& values) const;
+    virtual bool LoadFactoryPreset(PresetData const& preset);
+    virtual bool ValidatePresetVersion(float version) const;
+    virtual bool ValidateParamCount(int count) const;
+
+    /// Called about every 20 milliseconds while the filter runs or has an open editor. [main-thread]
+    virtual void OnUITimerTick();
+
+public:
+    /// Plain accessors. [main-thread]
+    UString GetID() const { return mUniqueID; }
+    UString GetDisplayName() const { return mDisplayName; }
+    void SetDisplayName(UString const& name) { mDisplayName = name; }
+    IAudioFilterHost* GetAudioFilterHost() const noexcept { return mHost; }
+    float GetSampleRate() const noexcept { return mSampleRate; }
+    int GetBlockSize() const noexcept { return mBlockSize; }
+    RenderingContext GetRenderingContext() const noexcept { return mRenderingContext; }
+    bool IsSuspended() const noexcept { return mSuspended.load(std::memory_order_relaxed); }
+    bool IsLoadingSettings() const noexcept { return mLoadingSettings; }
+    bool GetHasHighLatency() const noexcept { return mHasHighLatency; }
+    void SetHasHighLatency(bool high) noexcept { mHasHighLatency = high; }
+    bool GetHasHighCPU() const noexcept { return mHasHighCPU; }
+    void SetHasHighCPU(bool high) noexcept { mHasHighCPU = high; }
+    std::pair<UString, bool> GetPresetNameAndDirtyState() const { return mPresetNameAndDirtyState; }
+    void SetPresetNameAndDirtyState(std::pair<UString, bool> const& state) { mPresetNameAndDirtyState = state; }
+    bool GetUseChannelMap() const noexcept { return mUseChannelMap; }
+    void SetUseChannelMap(bool use) noexcept { mUseChannelMap = use; }
+    int GetParameterDirtyCount() const noexcept { return mParameterDirtyCount.load(std::memory_order_relaxed); }
+    /// [main-thread | process-thread]
+    void BumpParameterDirtyCount() noexcept { mParameterDirtyCount.fetch_add(1, std::memory_order_relaxed); }
+
+    /// Buses. GetBusConfiguration replaces what the arguments held. [main-thread]
+    Buses const& GetInputBuses() const noexcept { return mInputBuses; }
+    Buses const& GetOutputBuses() const noexcept { return mOutputBuses; }
+    void GetBusConfiguration(Buses& inputs, Buses& outputs) const;
+    int GetNumberOfInputChannels() const;
+    int GetNumberOfOutputChannels() const;
+
+    /// The shape of the track that the filter sits on, and of what comes in beside it. A change fires the target-format
+    /// signal; an equal side-chain bus changes nothing. [main-thread]
+    vynmediatypes::AudioBusDescription GetMainTargetBus() const { return mMainTargetBus; }
+    void SetMainTargetBus(vynmediatypes::AudioBusDescription const& bus);
+    vynmediatypes::AudioChannelLayout GetChannelMapTargetChannelLayout() const { return mMainTargetBus.GetLayout(); }
+    void SetChannelMapTargetChannelLayout(vynmediatypes::AudioChannelLayout const& layout);
+    vynmediatypes::AudioBusDescription GetSideChainTargetBus() const { return mSideChainTargetBus; }
+    void SetSideChainTargetBus(vynmediatypes::AudioBusDescription const& bus);
+    std::uint64_t GetSideChainTargetBusChannelCount() const;
+
+    /// Hands a message to the process side. On a suspended filter it runs before Post returns. [main-thread]
+    void Post(boost::intrusive_ptr<Message> message);
+
+    /// A new, suspended filter with the same settings, or null when none can be made. [main-thread]
+    static boost::intrusive_ptr<AudioFilter> Clone(boost::intrusive_ptr<AudioFilter> const& filter);
+
+    /// An open editor keeps the filter's timer tick alive. [main-thread]
+    void EditorAttached();
+    void EditorDetached();
+
+    /// The application's own memory of the editor window. [main-thread]
+    bool GetEditorVisible() const noexcept { return mEditorVisible; }
+    void SetEditorVisible(bool visible) noexcept { mEditorVisible = visible; }
+    vyncore::geom::RectT<int> GetEditorRect() const noexcept { return mEditorRect; }
+    void SetEditorRect(vyncore::geom::RectT<int> const& rect) noexcept { mEditorRect = rect; }
+
+    /// Connect a slot to a signal; disconnect through the result. [any-thread]
+    boost::signals2::connection ConnectPresetChanged(PresetChangedSignal::slot_type const& slot);
+    boost::signals2::connection
+    ConnectAutomatedParameterChange(AutomatedParameterChangeSignal::slot_type const& slot);
+    boost::signals2::connection
+    ConnectParameterPropertiesChanged(ParameterPropertiesChangedSignal::slot_type const& slot);
+    boost::signals2::connection ConnectEditingStateChange(EditingStateChangeSignal::slot_type const& slot);
+    boost::signals2::connection ConnectChannelMapChanged(ChannelMapChangedSignal::slot_type const& slot);
+    boost::signals2::connection ConnectBusConfigurationChanged(BusConfigurationChangedSignal::slot_type const& slot);
+    boost::signals2::connection ConnectTargetFormatChanged(TargetFormatChangedSignal::slot_type const& slot);
+    boost::signals2::connection ConnectSuspendedStateChanged(SuspendedStateChangedSignal::slot_type const& slot);
+    boost::signals2::connection ConnectLatencyChanged(LatencyChangedSignal::slot_type const& slot);
+    SuspendedStateChangedSignal& GetSuspendedStateChangedSignal() noexcept { return mSuspendedStateChanged; }
+
+protected:
+    ParameterPropertiesChangedSignal& GetParameterPropertiesChangedSignal() noexcept {
+        return mParameterPropertiesChanged;
+    }
+    AutomatedParameterChangeSignal& GetAutomatedParameterChangeSignal() noexcept { return mAutomatedParameterChange; }
+
+    /// Fires the latency signal; off the main thread it only traces, and the news is lost. [main-thread]
+    void SendLatencyChanged();
+    /// For a subclass whose buses changed by themselves. [main-thread]
+    void SendBusConfigurationChanged();
+    /// Sends a value to SetParameter in step with the audio; on a suspended filter before it returns. [main-thread]
+    void PostSetParameter(int index, float value);
+
+    /// Tools of RequestIOConfiguration: they fire nothing. [main-thread & suspended]
+    void AddInputBus(vynmediatypes::AudioBusDescription const& bus);
+    void AddOutputBus(vynmediatypes::AudioBusDescription const& bus);
+    void AddInputBuses(Buses const& buses);
+    void AddOutputBuses(Buses const& buses);
+    void ClearInputBusConfiguration();
+    void ClearOutputBusConfiguration();
+    void ClearBusConfiguration();
+    /// Hands the layouts of the buses to RequestIOConfiguration. [main-thread & suspended]
+    void DoRequestIOConfiguration(Buses const& inputs, Buses const& outputs);
+    /// Tries the layout on both sides. The buses stay as the request left them. [main-thread & suspended]
+    bool IsChannelFormatSupported(vynmediatypes::AudioChannelLayout const& layout);
+
+private:
+    void AddTimerRef();
+    void ReleaseTimerRef();
+    void BuildChannelMaps();
+    void ChangeEditing(int index, bool editing);
+
+    PresetChangedSignal mPresetChanged;
+    AutomatedParameterChangeSignal mAutomatedParameterChange;
+    ParameterPropertiesChangedSignal mParameterPropertiesChanged;
+    EditingStateChangeSignal mEditingStateChange;
+    RenderingContext mRenderingContext = kRenderingContextRealTime;
+    ProcessMessageHandler mMessageHandler;
+    boost::signals2::scoped_connection mUITimerConnection;
+    std::int32_t mUITimerReferenceCount = 0;
+    ChannelMapChangedSignal mChannelMapChanged;
+    BusConfigurationChangedSignal mBusConfigurationChanged;
+    TargetFormatChangedSignal mTargetFormatChanged;
+    SuspendedStateChangedSignal mSuspendedStateChanged;
+    LatencyChangedSignal mLatencyChanged;
+    UString const mUniqueID;
+    UString mDisplayName;
+    IAudioFilterHost* mHost = nullptr;
+    float mSampleRate = 0.0f;
+    double mSelectionLeft = 0.0;
+    double mCurrentDuration = 0.0;
+    std::int32_t mBlockSize = 0;
+    Buses mInputBuses;
+    Buses mOutputBuses;
+    std::atomic<bool> mSuspended{true};
+    std::pair<UString, bool> mPresetNameAndDirtyState;
+    std::atomic<std::int32_t> mParameterDirtyCount{0};
+    bool mHasHighLatency = false;
+    bool mHasHighCPU = false;
+    bool mEditorVisible = false;
+    vyncore::geom::RectT<int> mEditorRect;
+    bool mLoadingSettings = false;
+    vynmediatypes::AudioBusDescription mMainTargetBus;
+    vynmediatypes::AudioBusDescription mSideChainTargetBus;
+
+    // Sized by Resume, read by the process thread.
+    std::vector<float*> mMappedInputs;
+    std::vector<float> mSilence;
+
+    std::vector<bool> mParametersBeingEdited;
+    bool mUseChannelMap = false;
+};
+
+} // namespace vynaudiofilterhost

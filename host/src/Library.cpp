@@ -1,0 +1,37 @@
+#include "vynaudiofilterhost/Library.h"
+
+#include "vynaudiofilterhost/MainThread.h"
+#include "vynaudiofilterhost/VST3/src/VST3ModuleCache.h"
+
+#include <cassert>
+
+namespace vynaudiofilterhost {
+
+namespace {
+
+unsigned theInitializeCount = 0;
+
+} // namespace
+
+bool Initialize(bool) {
+    if (theInitializeCount != 0) {
+        assert(CurrentThreadIDIsMainThreadID());
+        ++theInitializeCount;
+        return true;
+    }
+    SetMainThreadToCurrentThread();
+    vst3::CreateVST3ModuleCache();
+    theInitializeCount = 1;
+    return true;
+}
+
+void Terminate() {
+    if (theInitializeCount == 0)
+        return;
+    assert(CurrentThreadIDIsMainThreadID());
+    if (--theInitializeCount != 0)
+        return;
+    vst3::DestroyVST3ModuleCache();
+}
+
+} // namespace vynaudiofilterhost

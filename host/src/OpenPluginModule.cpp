@@ -1,0 +1,17 @@
+#include "vynaudiofilterhost/OpenPluginModule.h"
+
+#include "vynaudiofilterhost/VST3/src/VST3Bundle.h"
+#include "vyncore/filesupport/Dir.h"
+#include "vyncore/filesupport/File.h"
+
+namespace vynaudiofilterhost {
+
+boost::intrusive_ptr<PluginModule> OpenPluginModule(vyncore::UString const& path, vyncore::UString& reason) {
+    if (!vyncore::filesupport::Dir(path).Exists() && !vyncore::filesupport::File(path).Exists()) {
+        reason = u"no such file";
+        return nullptr;
+    }
+    return vst3::OpenVST3Module(path, reason);
+}
+
+} // namespace vynaudiofilterhost

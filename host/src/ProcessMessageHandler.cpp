@@ -1,0 +1,114 @@
+#include "vynaudiofilterhost/ProcessMessageHandler.h"
+
+#include "vynaudiofilterhost/MainThread.h"
+
+#include <algorithm>
+#include <cassert>
+#include <iterator>
+#include <utility>
+
+namespace vynaudiofilterhost {
+
+ProcessMessageHandler::ProcessMessageHandler() = default;
+
+ProcessMessageHandler::~ProcessMessageHandler() = default;
+
+void ProcessMessageHandler::Post(boost::intrusive_ptr<Message> message) {
+    assert(message);
+    mMessages.push_back(std::move(message));
+    TransferMessagesToQueue();
+}
+
+void ProcessMessageHandler::PumpFromProcessThread() {
+    boost::intrusive_ptr<Message> message;
+    std::uint64_t readIndex = mReadIndex.load(std::memory_order_relaxed);
+    while (readIndex != mWriteIndex.load(std::memory_order_acquire)) {
+        message = std::move(mRing[readIndex]);
+        mReadIndex.store(NextSlot(readIndex), std::memory_order_release);
+        bool const finished = message->ExecuteOnProcessThread();
+        message->SetState(finished ? Message::kStateProcessed : Message::kStateWaitingForMain);
+        // Read anew: a message may have posted to a suspended filter, which pumps this ring from within.
+        readIndex = mReadIndex.load(std::memory_order_relaxed);
+    }
+}
+
+void ProcessMessageHandler::PumpFromMainThread() {
+    TransferMessagesToQueue();
+    if (!mProcessing.load(std::memory_order_relaxed))
+        PumpFromProcessThread();
+    // A message that posts from its main side comes back here. It still waits for main itself, so a second walk would
+    // run it again, and a purge would move the list under the first walk.
+    if (mPumpingMain)
+        return;
+    ExecuteWaitingForMain();
+    PurgeProcessedMessages();
+}
+
+void ProcessMessageHandler::SetProcessing(bool processing) {
+    mProcessing.store(processing, std::memory_order_relaxed);
+}
+
+void ProcessMessageHandler::FlushMessageQueue() {
+    if (CurrentThreadIDIsMainThreadID())
+        PumpFromMainThread();
+    else
+        PumpFromProcessThread();
+}
+
+bool ProcessMessageHandler::CanDeleteMessage(boost::intrusive_ptr<Message> const& message) {
+    return message->GetState() == Message::kStateDeletable;
+}
+
+void ProcessMessageHandler::TransferMessagesToQueue() {
+    std::uint64_t writeIndex = mWriteIndex.load(std::memory_order_relaxed);
+    for (; mFirstWaiting < mMessages.size(); ++mFirstWaiting) {
+        boost::intrusive_ptr<Message> const& message = mMessages[mFirstWaiting];
+        if (message->GetState() != Message::kStateWaitingForProcess)
+            continue;
+        std::uint64_t const nextIndex = NextSlot(writeIndex);
+        if (nextIndex == mReadIndex.load(std::memory_order_acquire))
+            return;
+        message->SetState(Message::kStateInProcessQueue);
+        mRing[writeIndex] = message;
+        mWriteIndex.store(nextIndex, std::memory_order_release);
+        writeIndex = nextIndex;
+    }
+}
+
+void ProcessMessageHandler::ExecuteWaitingForMain() {
+    struct PumpingScope {
+        bool& flag;
+        explicit PumpingScope(bool& pumping) : flag(pumping) { flag = true; }
+        ~PumpingScope() { flag = false; }
+    } const scope(mPumpingMain);
+
+    // By place and not by iterator: a message may post others, which join the end of the list.
+    for (std::size_t place = 0; place < mMessages.size(); ++place) {
+        boost::intrusive_ptr<Message> const message = mMessages[place];
+        if (message->GetState() != Message::kStateWaitingForMain)
+            continue;
+        bool const finished = message->ExecuteOnMainThread();
+        message->SetState(finished ? Message::kStateProcessed : Message::kStateWaitingForProcess);
+        if (!finished)
+            mFirstWaiting = std::min(mFirstWaiting, place);
+    }
+}
+
+void ProcessMessageHandler::PurgeProcessedMessages() {
+    for (boost::intrusive_ptr<Message> const& message : mMessages) {
+        if (message->GetState() == Message::kStateProcessed && message->GetRefCount() == 1)
+            message->SetState(Message::kStateDeletable);
+    }
+    auto const keptEnd = std::stable_partition(mMessages.begin(), mMessages.end(),
+                                               [](auto const& message) { return !CanDeleteMessage(message); });
+    if (keptEnd == mMessages.end())
+        return;
+    // A message may hold the last reference to the filter that owns this queue: they go when the list is done with, and
+    // nothing of this object is touched afterwards.
+    std::vector<boost::intrusive_ptr<Message>> const finished(std::make_move_iterator(keptEnd),
+                                                              std::make_move_iterator(mMessages.end()));
+    mMessages.erase(keptEnd, mMessages.end());
+    mFirstWaiting = 0;
+}
+
+} // namespace vynaudiofilterhost

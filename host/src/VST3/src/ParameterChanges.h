@@ -1,0 +1,66 @@
+#pragma once
+
+#include "vynaudiofilterhost/VST3/src/HostObject.h"
+#include "vynaudiofilterhost/VST3/src/ParameterQueueIndex.h"
+#include "vynaudiofilterhost/VST3/src/ParameterValueQueue.h"
+
+#include "pluginterfaces/vst/ivstparameterchanges.h"
+
+#include <cstddef>
+#include <vector>
+
+namespace vynaudiofilterhost::vst3 {
+
+/// The parameter changes of one block, a queue per parameter that changes. A filter owns two as members, one that a
+/// plug-in reads and one that it writes. It never shrinks or grows on the process path as long as no more parameters
+/// change than SetMaxParameters made room for.
+///
+/// Life cycle: SetMaxParameters once the parameters are known; then, block by block, addParameterData by one side, the
+/// getters by the other, and Clear.
+/// Invariants: 1. the pool holds one reference on each queue; 2. its first getParameterCount() queues are in use, each
+/// for another parameter, in the order in which they were added; 3. the index knows exactly those, and has room for
+/// the whole pool.
+class ParameterChanges final : public HostObject<Steinberg::Vst::IParameterChanges> {
+public:
+    ParameterChanges() = default;
+
+    /// Gives the pool's reference on each queue back.
+    /// [main-thread & suspended]
+    ~ParameterChanges() override;
+
+    /// Makes the pool hold `count` queues: adds new ones or releases the surplus, those in use as well. Nothing for a
+    /// negative count. Throws std::bad_alloc when there is no memory for that many.
+    /// [main-thread & suspended]
+    void SetMaxParameters(int count);
+
+    /// Takes all queues out of use; the pool stays.
+    /// [process-thread | main-thread & suspended]
+    void Clear() noexcept;
+
+    /// The number of queues in use.
+    /// [process-thread | main-thread & suspended]
+    Steinberg::int32 PLUGIN_API getParameterCount() override;
+
+    /// The queue in use at `index`, null when there is none. The reference stays the pool's.
+    /// [process-thread | main-thread & suspended]
+    Steinberg::Vst::IParamValueQueue* PLUGIN_API getParameterData(Steinberg::int32 index) override;
+
+    /// The queue of a parameter, taken into use and empty when it wasn't in use; `index` gets its place. Allocates
+    /// only beyond SetMaxParameters, and gives null, with `index` unchanged, when that fails. The reference stays the
+    /// pool's.
+    /// [process-thread | main-thread & suspended]
+    Steinberg::Vst::IParamValueQueue* PLUGIN_API addParameterData(Steinberg::Vst::ParamID const& parameterID,
+                                                                  Steinberg::int32& index) override;
+
+private:
+    void AppendQueues(std::size_t count);
+    bool AppendQueue() noexcept;
+    void ReleaseQueuesFrom(std::size_t first) noexcept;
+    void RebuildIndex(std::size_t places);
+
+    std::vector<ParameterValueQueue*> mPool;
+    Steinberg::int32 mUsedCount = 0;
+    ParameterQueueIndex mIndex;
+};
+
+} // namespace vynaudiofilterhost::vst3

@@ -1,0 +1,107 @@
+#include "vynaudiofilterhost/VST3/src/VST3AudioFilter.h"
+
+#include "vynaudiofilterhost/PluginCounts.h"
+
+#include <limits>
+
+namespace vynaudiofilterhost::vst3 {
+
+using Steinberg::int32;
+using Steinberg::kResultOk;
+using Steinberg::Vst::BusDirection;
+using Steinberg::Vst::BusInfo;
+
+namespace {
+
+// What a plug-in is told before the application has said anything.
+constexpr int32 kDefaultBlockSize = 1024;
+constexpr double kDefaultSampleRate = 44100.0;
+
+} // namespace
+
+bool VST3AudioFilter::IsMusicDevice() const {
+    return mInstrument;
+}
+
+bool VST3AudioFilter::RequiresSymmetricIO() const {
+    return false;
+}
+
+void VST3AudioFilter::SetSampleRate(float sampleRate) {
+    AudioFilter::SetSampleRate(sampleRate);
+    mProcessContext.sampleRate = sampleRate;
+    SetupProcessing();
+}
+
+void VST3AudioFilter::SetBlockSize(int blockSize) {
+    AudioFilter::SetBlockSize(blockSize);
+    SetupProcessing();
+}
+
+void VST3AudioFilter::SetupProcessing() {
+    Steinberg::Vst::ProcessSetup setup{};
+    setup.processMode =
+        GetRenderingContext() == kRenderingContextOffline ? Steinberg::Vst::kOffline : Steinberg::Vst::kRealtime;
+    setup.symbolicSampleSize = Steinberg::Vst::kSample32;
+    setup.maxSamplesPerBlock = GetBlockSize() != 0 ? GetBlockSize() : kDefaultBlockSize;
+    setup.sampleRate = GetSampleRate() != 0.0f ? double{GetSampleRate()} : kDefaultSampleRate;
+    mProcessor->setupProcessing(setup);
+}
+
+void VST3AudioFilter::Resume() {
+    SetupProcessing();
+    mInputBusBuffers.Allocate(kMaxProcessBlock);
+    mOutputBusBuffers.Allocate(kMaxProcessBlock);
+    FillProcessData();
+    mComponent->setActive(true);
+    if (GetSideChainTargetBusChannelCount() != 0)
+        ActivateBuses(Steinberg::Vst::kInput, Steinberg::Vst::kAux);
+    mProcessErrorTraced = false;
+    AudioFilter::Resume();
+    mLatency = ReadLatency();
+}
+
+void VST3AudioFilter::Suspend() {
+    AudioFilter::Suspend();
+    if (mProcessing) {
+        mProcessor->setProcessing(false);
+        mProcessing = false;
+    }
+    mComponent->setActive(false);
+    mInputBusBuffers.Free();
+    mOutputBusBuffers.Free();
+}
+
+void VST3AudioFilter::ActivateBuses(BusDirection direction, Steinberg::Vst::BusType type) {
+    int32 const count = CountBuses(Steinberg::Vst::kAudio, direction);
+    for (int32 index = 0; index < count; ++index) {
+        BusInfo info{};
+        if (mComponent->getBusInfo(Steinberg::Vst::kAudio, direction, index, info) == kResultOk &&
+            info.busType == type)
+            mComponent->activateBus(Steinberg::Vst::kAudio, direction, index, true);
+    }
+}
+
+std::int32_t VST3AudioFilter::ReadLatency() const {
+    return PlausibleCount(static_cast<std::int32_t>(mProcessor->getLatencySamples()),
+                          std::numeric_limits<std::int32_t>::max());
+}
+
+int VST3AudioFilter::GetInitialDelay() const {
+    return IsSuspended() ? ReadLatency() : mLatency;
+}
+
+int VST3AudioFilter::GetTail() const {
+    return static_cast<int>(mProcessor->getTailSamples());
+}
+
+boost::intrusive_ptr<AudioFilter> VST3AudioFilter::Clone() const {
+    boost::intrusive_ptr<AudioFilter> const copy = AudioFilter::Clone();
+    if (auto* const filter = dynamic_cast<VST3AudioFilter*>(copy.get())) {
+        filter->mInputPoints = mInputPoints;
+        filter->mOutputPoints = mOutputPoints;
+    }
+    return copy;
+}
+
+} // namespace vynaudiofilterhost::vst3

@@ -1,0 +1,133 @@
+#include "vynaudiofilterhost/MainThread.h"
+#include "vynaudiofilterhost/PluginCounts.h"
+#include "vynaudiofilterhost/VST3/src/VST3AudioFilter.h"
+#include "vyncore/debug/Trace.h"
+
+namespace vynaudiofilterhost::vst3 {
+
+using Steinberg::int32;
+using Steinberg::kResultFalse;
+using Steinberg::kResultOk;
+using Steinberg::tresult;
+using Steinberg::Vst::ParameterInfo;
+using Steinberg::Vst::ParamID;
+using Steinberg::Vst::ParamValue;
+
+void VST3AudioFilter::BuildParameterList() {
+    mParameterInfos.clear();
+    mParameterIndexByID.clear();
+    if (!mController)
+        return;
+    int32 const count = PlausibleCount(mController->getParameterCount(), kMaxParameters);
+    mParameterIDs.reserve(static_cast<std::size_t>(count));
+    for (int32 index = 0; index < count; ++index)
+        ListParameter(index, ReadParameterInfo(*mController, index));
+    mInputPoints.SetParameters(mParameterIDs);
+    mOutputPoints.SetParameters(mParameterIDs);
+    mInputChanges.SetMaxParameters(count);
+    mOutputChanges.SetMaxParameters(count);
+}
+
+void VST3AudioFilter::ListParameter(std::int32_t index, ParameterInfo const& info) {
+    constexpr int32 kNotShown = ParameterInfo::kIsBypass | ParameterInfo::kIsProgramChange | ParameterInfo::kIsReadOnly;
+    mParameterIDs.push_back(info.id);
+    bool const isProgramChange = (info.flags & ParameterInfo::kIsProgramChange) != 0;
+    if (isProgramChange && info.unitId == Steinberg::Vst::kRootUnitId && mProgramChangeParameterID == kNoProgramChange) {
+        mProgramChangeParameterID = info.id;
+        mProgramChangeParameterIndex = index;
+    }
+    if ((info.flags & kNotShown) != 0)
+        return;
+    mParameterIndexByID.emplace(info.id, static_cast<std::int32_t>(mParameterInfos.size()));
+    mParameterInfos.emplace_back(new VST3ParameterInfo(mController, index, info));
+}
+
+std::int32_t VST3AudioFilter::FindParameterIndex(ParamID id) const {
+    auto const found = mParameterIndexByID.find(id);
+    return found != mParameterIndexByID.end() ? found->second : -1;
+}
+
+int VST3AudioFilter::GetParameterCount() const {
+    return static_cast<int>(mParameterInfos.size());
+}
+
+void VST3AudioFilter::SetParameter(int index, float value) {
+    AudioFilter::SetParameter(index, value);
+    if (index < 0 || index >= GetParameterCount())
+        return;
+    ParamID const id = mParameterInfos[static_cast<std::size_t>(index)]->GetParameterID();
+    mController->setParamNormalized(id, value);
+    mInputPoints.PushPoint(id, value, 0);
+}
+
+float VST3AudioFilter::GetParameter(int index) const {
+    if (!mController || index < 0 || index >= GetParameterCount())
+        return 0.0f;
+    ParamID const id = mParameterInfos[static_cast<std::size_t>(index)]->GetParameterID();
+    return static_cast<float>(mController->getParamNormalized(id));
+}
+
+boost::intrusive_ptr<AudioFilterParameterInfo> VST3AudioFilter::GetParameterInfo(int index) {
+    if (index < 0 || index >= GetParameterCount())
+        return nullptr;
+    return mParameterInfos[static_cast<std::size_t>(index)];
+}
+
+AudioFilter::UString VST3AudioFilter::GetParameterString(int index) {
+    if (!mController || index < 0 || index >= GetParameterCount())
+        return UString();
+    return mParameterInfos[static_cast<std::size_t>(index)]->GetParameterString(GetParameter(index));
+}
+
+void VST3AudioFilter::OnUITimerTick() {
+    AudioFilter::OnUITimerTick();
+    if (mController)
+        mOutputPoints.TakeChanged(
+            [this](ParamID id, ParameterPoint const& point) { mController->setParamNormalized(id, point.value); });
+}
+
+tresult VST3AudioFilter::beginEdit(ParamID id) {
+    if (int const index = FindParameterIndex(id); index >= 0)
+        BeginEditing(index);
+    return kResultOk;
+}
+
+tresult VST3AudioFilter::performEdit(ParamID id, ParamValue value) {
+    if (int const index = FindParameterIndex(id); index >= 0)
+        GetAutomatedParameterChangeSignal()(index, static_cast<float>(value));
+    mInputPoints.PushPoint(id, value, 0);
+    if (mController && mController->getParamNormalized(id) != value)
+        mController->setParamNormalized(id, value);
+    return kResultOk;
+}
+
+tresult VST3AudioFilter::endEdit(ParamID id) {
+    if (int const index = FindParameterIndex(id); index >= 0)
+        EndEditing(index);
+    return kResultOk;
+}
+
+tresult VST3AudioFilter::restartComponent(int32 flags) {
+    constexpr int32 kLatency = Steinberg::Vst::kReloadComponent | Steinberg::Vst::kLatencyChanged;
+    constexpr int32 kProperties = Steinberg::Vst::kParamValuesChanged | Steinberg::Vst::kParamTitlesChanged;
+    if (!CurrentThreadIDIsMainThreadID()) {
+        vyncore::debug::Trace(0, "VST3AudioFilter", "VST3: restartComponent() called from non-main thread");
+        return kResultFalse;
+    }
+    if ((flags & Steinberg::Vst::kParamTitlesChanged) != 0)
+        ReadParameterTitles();
+    if ((flags & kLatency) != 0 && mProcessor) {
+        mLatency = ReadLatency();
+        SendLatencyChanged();
+    }
+    if ((flags & kProperties) != 0)
+        GetParameterPropertiesChangedSignal()();
+    return (flags & (kLatency | kProperties)) != 0 ? kResultOk : kResultFalse;
+}
+
+void VST3AudioFilter::ReadParameterTitles() {
+    for (auto const& info : mParameterInfos)
+        info->ReadTitle();
+}
+
+} // namespace vynaudiofilterhost::vst3

@@ -1,0 +1,157 @@
+#include "vynaudiofilterhost/VST3/src/VST3AudioFilter.h"
+#include "vyncore/debug/Trace.h"
+#include "vyncore/strings/StringStreams.h"
+#include "vyncore/utility/HighPrecisionTime.h"
+
+#include <algorithm>
+
+namespace vynaudiofilterhost::vst3 {
+
+using Steinberg::kResultOk;
+using Steinberg::Vst::ProcessContext;
+using Steinberg::Vst::ProcessData;
+using vyncore::utility::HighPrecisionTime;
+
+namespace {
+
+vyncore::debug::TracePoint theProcessTrace(6, "VST3AudioFilter::Process");
+
+} // namespace
+
+int VST3AudioFilter::GetMaxProcessingBlockSize() const {
+    return kMaxProcessBlock;
+}
+
+void VST3AudioFilter::SetCurrentOffset(std::int64_t offset) {
+    mProcessContext.projectTimeSamples = offset;
+}
+
+void VST3AudioFilter::FillProcessData() {
+    mProcessData.processMode = Steinberg::Vst::kRealtime;
+    mProcessData.symbolicSampleSize = Steinberg::Vst::kSample32;
+    mProcessData.numInputs = mInputBusBuffers.GetCount();
+    mProcessData.numOutputs = mOutputBusBuffers.GetCount();
+    mProcessData.inputs = mInputBusBuffers.GetData();
+    mProcessData.outputs = mOutputBusBuffers.GetData();
+    mProcessData.inputParameterChanges = &mInputChanges;
+    mProcessData.outputParameterChanges = &mOutputChanges;
+    mProcessData.inputEvents = mInputEvents.get();
+    mProcessData.outputEvents = mOutputEvents.get();
+    mProcessData.processContext = &mProcessContext;
+}
+
+void VST3AudioFilter::Process(float** in, float** out, int numSamples, ChannelFlags inFlags, ChannelFlags& outFlags) {
+    try {
+        UpdateTransport();
+        outFlags.ClearAll();
+        mInputBusBuffers.SetSilence(inFlags);
+        mOutputBusBuffers.ClearSilence();
+        for (std::int32_t offset = 0; offset < numSamples;) {
+            std::int32_t const slice = std::min(numSamples - offset, kMaxProcessBlock);
+            ProcessSlice(in, out, offset, slice);
+            offset += slice;
+        }
+        outFlags = mOutputBusBuffers.GetSilence();
+    } catch (...) {
+        // The block is lost, and the next one starts as usual: what a plug-in throws stays out of the render thread.
+    }
+}
+
+void VST3AudioFilter::UpdateTransport() {
+    if (!GetAudioFilterHost()) {
+        if (IsSuspended())
+            mProcessContext.state &= ~static_cast<Steinberg::uint32>(ProcessContext::kPlaying);
+        else
+            mProcessContext.state |= ProcessContext::kPlaying;
+        return;
+    }
+    mProcessContext.systemTime =
+        static_cast<std::int64_t>(HighPrecisionTime::ConvertToNanos(HighPrecisionTime::GetCurrentTimeStamp()));
+    mProcessContext.state = ProcessContext::kSystemTimeValid;
+    PlaybackState playback;
+    if (!GetAudioFilterHost()->GetPlaybackState(playback))
+        return;
+    mProcessContext.tempo = playback.mTempo;
+    mProcessContext.timeSigNumerator = playback.mTimeSignatureNumerator;
+    mProcessContext.timeSigDenominator = playback.mTimeSignatureDenominator;
+    mProcessContext.projectTimeMusic = playback.mMusicalPosition;
+    mProcessContext.barPositionMusic = playback.mBarStartPosition;
+    mProcessContext.state |= ProcessContext::kProjectTimeMusicValid | ProcessContext::kTempoValid |
+                             ProcessContext::kBarPositionValid | ProcessContext::kTimeSigValid;
+    mProcessContext.state |= playback.mIsPlaying ? ProcessContext::kPlaying : 0;
+    mProcessContext.state |= playback.mIsRecording ? ProcessContext::kRecording : 0;
+    mProcessContext.state |= playback.mIsLooping ? ProcessContext::kCycleActive : 0;
+}
+
+void VST3AudioFilter::ProcessSlice(float* const* in, float* const* out, std::int32_t offset,
+                                   std::int32_t numSamples) {
+    mProcessData.numSamples = numSamples;
+    mInputBusBuffers.Point(in, offset);
+    mOutputBusBuffers.Point(out, offset);
+    mInputPoints.DrainToParameterChanges(mInputChanges);
+    mOutputChanges.Clear();
+    if (!mProcessing) {
+        mProcessor->setProcessing(true);
+        mProcessing = true;
+    }
+    TraceProcessError(mProcessor->process(mProcessData));
+    mOutputPoints.CollectFromParameterChanges(mOutputChanges);
+    mInputChanges.Clear();
+    ClearEvents();
+    mProcessContext.projectTimeSamples += numSamples;
+}
+
+void VST3AudioFilter::TraceProcessError(Steinberg::tresult result) {
+    if (result == kResultOk || mProcessErrorTraced)
+        return;
+    mProcessErrorTraced = true;
+    DebugTrace(theProcessTrace, [result] {
+        vyncore::oUTF16StringStream stream;
+        stream << "failed with result: " << result;
+        return stream.str();
+    });
+}
+
+void VST3AudioFilter::ClearEvents() {
+    if (mInputEvents)
+        mInputEvents->Clear();
+    if (mOutputEvents)
+        mOutputEvents->Clear();
+}
+
+void VST3AudioFilter::FlushMessageQueue() {
+    AudioFilter::FlushMessageQueue();
+    FlushParametersToProcessor();
+}
+
+void VST3AudioFilter::FlushParametersToProcessor() {
+    if (!IsSuspended())
+        return;
+    try {
+        SendPendingValues();
+    } catch (...) {
+        // As in Process.
+    }
+}
+
+void VST3AudioFilter::SendPendingValues() {
+    mOutputChanges.Clear();
+    FillProcessData();
+    if (!mInputPoints.DrainToParameterChanges(mInputChanges))
+        return;
+    ProcessData data = mProcessData;
+    data.numSamples = 0;
+    data.numInputs = 0;
+    data.numOutputs = 0;
+    data.inputs = nullptr;
+    data.outputs = nullptr;
+    mProcessor->setProcessing(true);
+    Steinberg::tresult const result = mProcessor->process(data);
+    mProcessor->setProcessing(false);
+    TraceProcessError(result);
+    mOutputPoints.CollectFromParameterChanges(mOutputChanges);
+    mInputChanges.Clear();
+    ClearEvents();
+}
+
+} // namespace vynaudiofilterhost::vst3

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstdint>
+
+namespace os {
+
+/// Something an event loop of the system can wait for that wakes it at a set time: one alarm, owned by whoever made it.
+/// It never runs anything and starts no thread.
+class CallQueueDescriptor {
+public:
+    /// Asks the system for the descriptor, unarmed. When there is none to have the handle is -1 and Arm does nothing.
+    /// [any-thread]
+    CallQueueDescriptor() noexcept;
+
+    /// Gives the descriptor back; nobody may wait for it any more.
+    /// [any-thread]
+    ~CallQueueDescriptor();
+
+    CallQueueDescriptor(CallQueueDescriptor const&) = delete;
+    CallQueueDescriptor& operator=(CallQueueDescriptor const&) = delete;
+
+    /// What to wait for: readable from the armed time on. -1 when there is none. Stays the same for life.
+    /// [any-thread]
+    std::intptr_t Handle() const noexcept { return mHandle; }
+
+    /// Sets the alarm to a time of os::GetMonotonicNanos in place of the one before; unreadable until then, and at
+    /// once readable for a time that lies behind. Two threads don't call it at once.
+    /// [any-thread]
+    void Arm(std::uint64_t dueNanos) noexcept;
+
+    /// Takes the alarm back: unreadable until the next Arm.
+    /// [any-thread]
+    void Disarm() noexcept;
+
+private:
+    void Set(std::uint64_t dueNanos) noexcept;
+
+    std::intptr_t mTimer = -1;
+    std::intptr_t mHandle = -1;
+};
+
+} // namespace os

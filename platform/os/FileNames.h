@@ -1,0 +1,14 @@
+#pragma once
+
+#include "vyncore/strings/UString.h"
+
+namespace os {
+
+/// Compares two paths as the system's file systems tell names apart (exactly, or with letter case folded), after "."
+/// and
+/// ".." steps, doubled and trailing separators are taken out. Only the texts are looked at, never the disk.
+/// Below 0, 0 for one file, above 0; a strict order over all texts, fit for a sorted container.
+/// [any-thread]
+int CompareFileNames(vyncore::UString const& left, vyncore::UString const& right);
+
+} // namespace os

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "vyncore/strings/UString.h"
+
+#include <string>
+
+struct HINSTANCE__;
+
+/// The system's loader of shared modules. A handle belongs to whoever opened the module and is given back exactly once;
+/// the system counts openings of one file, so that the code stays until the last handle is closed.
+/// Nothing here throws: a module's own start-up code that does so is a module that doesn't open.
+namespace os {
+
+/// Opens the module in the file `path`, with everything that it needs resolved at once and nothing of it visible to
+/// modules opened later. The path names a file in every case: a bare name isn't looked for in the system's folders.
+/// Null means failure; `reason` then holds one line in UTF-8, without the path. It is empty after success.
+/// [main-thread]
+HINSTANCE__* OpenModule(vyncore::UString const& path, std::string& reason);
+
+/// Gives a handle of OpenModule back. Null is allowed and does nothing.
+/// [main-thread]
+void CloseModule(HINSTANCE__* module) noexcept;
+
+/// The address of the export `name`, or null when there is none. A null module or name gives null.
+/// [any-thread]
+void* FindExport(HINSTANCE__* module, char const* name) noexcept;
+
+} // namespace os

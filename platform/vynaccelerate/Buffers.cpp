@@ -1,0 +1,36 @@
+#include "vynaccelerate/Buffers.h"
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+#include <new>
+
+namespace vynaccelerate::utility {
+namespace {
+
+constexpr std::align_val_t kAlignment{64};
+constexpr std::size_t kMaxCount = std::numeric_limits<std::ptrdiff_t>::max() / sizeof(float);
+
+} // namespace
+
+float* Malloc_Float(std::size_t count) noexcept {
+    if (count > kMaxCount)
+        return nullptr;
+    return static_cast<float*>(::operator new(count * sizeof(float), kAlignment, std::nothrow));
+}
+
+void Free(float* buffer) noexcept {
+    ::operator delete(buffer, kAlignment);
+}
+
+void Copy(std::size_t count, float const* source, float* destination) noexcept {
+    // memmove, because a caller that processes in place copies a buffer onto itself.
+    if (count > 0)
+        std::memmove(destination, source, count * sizeof(float));
+}
+
+void Zero(std::size_t count, float* buffer) noexcept {
+    std::fill_n(buffer, count, 0.0f);
+}
+
+} // namespace vynaccelerate::utility

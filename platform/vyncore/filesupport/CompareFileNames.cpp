@@ -1,0 +1,11 @@
+#include "vyncore/filesupport/CompareFileNames.h"
+
+#include "os/FileNames.h"
+
+namespace vyncore::filesupport {
+
+int CompareFileNames(UString const& left, UString const& right) {
+    return os::CompareFileNames(left, right);
+}
+
+} // namespace vyncore::filesupport

@@ -1,0 +1,53 @@
+#include "os/FileSystem.h"
+
+#include "platform/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(FileSystemTest, ListsAFolderByNameAndFollowsLinks) {
+    TemporaryFolder const folder;
+    folder.AddFile("b");
+    folder.AddFolder("a/below");
+    folder.AddLink("c", folder.Path() / "a");
+    folder.AddLink("nowhere", folder.Path() / "missing");
+    folder.AddLink("up", folder.Path());
+
+    auto const entries = os::ListDirectory(folder.Path16());
+    ASSERT_EQ(entries.size(), 4u);
+    EXPECT_EQ(entries[0].name, u"a");
+    EXPECT_EQ(entries[0].kind, os::FileKind::kDirectory);
+    EXPECT_EQ(entries[1].name, u"b");
+    EXPECT_EQ(entries[1].kind, os::FileKind::kFile);
+    EXPECT_EQ(entries[2].name, u"c");
+    EXPECT_EQ(entries[2].kind, os::FileKind::kDirectory);
+    EXPECT_EQ(entries[2].identity, entries[0].identity);
+    EXPECT_NE(entries[1].identity, entries[0].identity);
+    EXPECT_EQ(entries[3].name, u"up");
+    EXPECT_EQ(entries[3].identity, os::GetFileIdentity(folder.Path16()));
+}
+
+TEST(FileSystemTest, ANameThatIsNoTextIsLeftOut) {
+    TemporaryFolder const folder;
+    folder.AddFile("\xFF.so");
+    folder.AddFile("\xC3\xA4.so");
+    auto const entries = os::ListDirectory(folder.Path16());
+    ASSERT_EQ(entries.size(), 1u);
+    EXPECT_EQ(os::GetFileKind(os::JoinPath(folder.Path16(), entries[0].name)), os::FileKind::kFile);
+}
+
+TEST(FileSystemTest, APathThatNamesNothingIsAbsent) {
+    TemporaryFolder const folder;
+    folder.AddFile("file");
+    std::u16string const paths[] = {u"", folder.Path16("missing"), folder.Path16("file") + u'\0' + u"cut",
+                                    folder.Path16("file") + u"/below", std::u16string(100000, u'x')};
+    for (std::u16string const& path : paths) {
+        EXPECT_EQ(os::GetFileKind(path), os::FileKind::kNone);
+        EXPECT_EQ(os::GetFileIdentity(path), std::nullopt);
+        EXPECT_TRUE(os::ListDirectory(path).empty());
+    }
+    EXPECT_TRUE(os::ListDirectory(folder.Path16("file")).empty());
+}
+
+} // namespace

@@ -1,0 +1,81 @@
+#include "os/ModuleLoader.h"
+
+#include "platform/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+namespace {
+
+std::filesystem::path const kPlain = OS_PLAIN_MODULE;
+
+std::string WhyNotOpened(std::filesystem::path const& path) {
+    std::string reason = "not set";
+    HINSTANCE__* const module = os::OpenModule(path.u16string(), reason);
+    EXPECT_EQ(module, nullptr) << path;
+    os::CloseModule(module);
+    EXPECT_FALSE(reason.empty()) << path;
+    EXPECT_EQ(reason.find_first_of("\r\n"), std::string::npos) << reason;
+    EXPECT_EQ(path.empty() ? std::string::npos : reason.find(path.string()), std::string::npos) << reason;
+    return reason;
+}
+
+TEST(ModuleLoaderTest, FindsTheExportsOfAnOpenModule) {
+    std::string reason = "left over";
+    HINSTANCE__* const module = os::OpenModule(kPlain.u16string(), reason);
+    ASSERT_NE(module, nullptr) << reason;
+    EXPECT_EQ(reason, "");
+    auto const answer = reinterpret_cast<int (*)()>(os::FindExport(module, "PlainAnswer"));
+    ASSERT_NE(answer, nullptr);
+    EXPECT_EQ(answer(), 42);
+    EXPECT_EQ(os::FindExport(module, "NoSuchExport"), nullptr);
+    EXPECT_EQ(os::FindExport(module, nullptr), nullptr);
+    EXPECT_EQ(os::FindExport(nullptr, "PlainAnswer"), nullptr);
+    os::CloseModule(module);
+    os::CloseModule(nullptr);
+}
+
+TEST(ModuleLoaderTest, SaysInOneLineWhyAPathDoesNotOpen) {
+    TemporaryFolder const folder;
+    folder.AddFile("text.so", "this is no module");
+    WhyNotOpened({});
+    WhyNotOpened(folder.Path());
+    WhyNotOpened(folder.Path() / "missing.so");
+    WhyNotOpened(folder.Path() / "text.so");
+    std::string reason;
+    EXPECT_EQ(os::OpenModule(kPlain.u16string() + u'\0' + u"cut", reason), nullptr);
+}
+
+TEST(ModuleLoaderTest, ABareNameIsAFileInTheWorkingFolder) {
+    EXPECT_EQ(WhyNotOpened("libm.so.6"), WhyNotOpened("no-such-file"));
+
+    std::filesystem::path const before = std::filesystem::current_path();
+    std::filesystem::current_path(kPlain.parent_path());
+    std::string reason;
+    HINSTANCE__* const module = os::OpenModule(kPlain.filename().u16string(), reason);
+    std::filesystem::current_path(before);
+    EXPECT_NE(module, nullptr) << reason;
+    os::CloseModule(module);
+}
+
+TEST(ModuleLoaderTest, AModuleMustBeCompleteAndGetsNothingFromOtherModules) {
+    std::string reason;
+    HINSTANCE__* const plain = os::OpenModule(kPlain.u16string(), reason);
+    ASSERT_NE(plain, nullptr) << reason;
+    EXPECT_NE(WhyNotOpened(OS_NEEDY_MODULE).find("PlainAnswer"), std::string::npos);
+    os::CloseModule(plain);
+}
+
+TEST(ModuleLoaderTest, WhatStartUpCodeThrowsIsAReasonAndLoadingGoesOn) {
+    std::string const why = WhyNotOpened(OS_THROWING_MODULE);
+    EXPECT_NE(why.find("first line second line"), std::string::npos) << why;
+    // The half-made module must not come back as a good one.
+    EXPECT_EQ(WhyNotOpened(OS_THROWING_MODULE), why);
+    std::string reason;
+    HINSTANCE__* const module = os::OpenModule(kPlain.u16string(), reason);
+    EXPECT_NE(module, nullptr) << reason;
+    os::CloseModule(module);
+}
+
+} // namespace

@@ -1,0 +1,58 @@
+#include "vynmediatypes/ChannelMap.h"
+
+#include <gtest/gtest.h>
+#include <limits>
+
+namespace {
+
+using namespace vynmediatypes;
+
+ChannelMap Map(std::vector<int> const& values) {
+    ChannelMap map;
+    for (int const value : values)
+        map.AddChannel({}, value);
+    return map;
+}
+
+TEST(ChannelMapTest, OutsideTheMapThereIsNoMatchAndNothingToSet) {
+    ChannelMap map = Map({3, 4});
+    for (int const index : {-1, 2, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()}) {
+        EXPECT_EQ(map[index], ChannelMap::kSourceChannelIndex_NoMatch);
+        EXPECT_TRUE(map.GetChannelLayout(index).empty());
+        map.SetChannel(index, 9);
+        map.SetChannelLayout(index, CreateMonoChannelLayout());
+    }
+    EXPECT_EQ(map, Map({3, 4}));
+}
+
+TEST(ChannelMapTest, FindGivesTheFirstEntryWithTheValue) {
+    ChannelMap map = Map({-1, 5, 2, 5});
+    EXPECT_EQ(map.Find(5), 1);
+    EXPECT_EQ(map.Find(-1), 0);
+    EXPECT_LT(map.Find(7), 0);
+    map.SetChannel(1, 7);
+    EXPECT_EQ(map.Find(7), 1);
+    EXPECT_EQ(map.Find(5), 3);
+}
+
+TEST(ChannelMapTest, AMappingIsEqualWhateverItsLayoutsAre) {
+    ChannelMap const plain = Map({0, 1});
+    ChannelMap connected = plain;
+    connected.SetChannelLayout(0, CreateMonoChannelLayout());
+    EXPECT_TRUE(connected.IsMappingEqual(plain));
+    EXPECT_TRUE(connected != plain);
+    EXPECT_EQ(connected.GetChannelLayout(0).size(), 1u);
+    EXPECT_FALSE(plain.IsMappingEqual(Map({0})));
+    EXPECT_FALSE(plain.IsMappingEqual(Map({0, 2})));
+    EXPECT_FALSE(plain.IsMappingEqual(Map({0, 1, -1})));
+}
+
+TEST(ChannelMapTest, LabelsAreThoseOfTheTargetChannels) {
+    using Texts = std::vector<vyncore::UString>;
+    AudioChannelLayout const stereo = CreateStereoChannelLayout();
+    EXPECT_EQ(GetChannelMappingLabels(Map({1, -1, 0, 2}), 5, stereo), (Texts{u"R", u"", u"L", u"", u""}));
+    EXPECT_EQ(GetChannelMappingLabels(Map({1, 0}), 1, stereo), (Texts{u"R"}));
+    EXPECT_EQ(GetChannelMappingLabels(Map({1, 0}), -1, stereo), Texts{});
+}
+
+} // namespace

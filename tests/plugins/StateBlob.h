@@ -1,0 +1,43 @@
+#pragma once
+
+#include "plugins/FixtureInterfaces.h"
+
+#include "pluginterfaces/base/ibstream.h"
+
+#include <cstring>
+
+namespace vynfixtures {
+
+/// Reads what is left of the stream; its size and first bytes come back.
+inline FixtureBlob ReadBlob(IBStream& stream) {
+    FixtureBlob blob;
+    unsigned char bytes[sizeof blob.bytes];
+    int32 got = 0;
+    while (stream.read(bytes, sizeof bytes, &got) == kResultOk && got > 0) {
+        int32 const room = std::max(0, int32{sizeof bytes} - blob.size);
+        std::copy_n(bytes, std::min(got, room), blob.bytes + std::min(blob.size, int32{sizeof bytes}));
+        blob.size += got;
+    }
+    return blob;
+}
+
+/// Writes all bytes of the blob; gives its size.
+inline int WriteBlob(IBStream& stream, FixtureBlob blob) {
+    for (int32 left = blob.size; left > 0; left -= int32{sizeof blob.bytes})
+        stream.write(blob.bytes, std::min(left, int32{sizeof blob.bytes}), nullptr);
+    return blob.size;
+}
+
+/// The component's state when it holds the gain, and back; a blob of another size leaves the gain alone.
+inline FixtureBlob BlobOfGain(double gain) {
+    FixtureBlob blob{.size = sizeof gain};
+    std::memcpy(blob.bytes, &gain, sizeof gain);
+    return blob;
+}
+
+inline void TakeGain(FixtureBlob const& blob, double& gain) {
+    if (blob.size == int{sizeof gain})
+        std::memcpy(&gain, blob.bytes, sizeof gain);
+}
+
+} // namespace vynfixtures

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <filesystem>
+#include <random>
+#include <stdexcept>
+#include <string>
+#include <system_error>
+
+namespace vyntest {
+
+/// An empty folder of its own in the system's folder for temporary files; gone, with all that is in it, when the object
+/// goes. Owned by the test that makes it.
+class TemporaryFolder {
+public:
+    /// Throws when no folder can be made.
+    /// [any-thread]
+    TemporaryFolder() {
+        std::random_device random;
+        for (int attempt = 0; attempt < 100; ++attempt) {
+            mPath = std::filesystem::temp_directory_path() / ("vyntest-" + std::to_string(random()));
+            if (std::filesystem::create_directory(mPath))
+                return;
+        }
+        throw std::runtime_error("no temporary folder to be had");
+    }
+
+    /// [any-thread]
+    ~TemporaryFolder() {
+        std::error_code ignored;
+        std::filesystem::remove_all(mPath, ignored);
+    }
+
+    TemporaryFolder(TemporaryFolder const&) = delete;
+    TemporaryFolder& operator=(TemporaryFolder const&) = delete;
+
+    /// Absolute.
+    /// [any-thread]
+    std::filesystem::path const& Path() const noexcept { return mPath; }
+
+private:
+    std::filesystem::path mPath;
+};
+
+} // namespace vyntest
