@@ -16,13 +16,13 @@ using namespace vynaudiofilterhost;
 using Block = std::array<float, 512>;
 
 static boost::intrusive_ptr<AudioFilter> MakeFilter(char const* path) {
-    vyncore::UString reason = u"no effect in it";
+    vyncore::UString reason;
     std::vector<vyncore::UString> ids;
     auto const module = OpenPluginModule(vyncore::string::UTF8to16(path), reason);
     bool const found = module && module->GetPluginInfo(ids) && !ids.empty();
     auto filter = found ? module->CreateAudioFilter(ids.front()) : nullptr;
     if (!filter)
-        std::fprintf(stderr, "%s: %s\n", path, vyncore::string::UTF16to8(reason).c_str());
+        std::fprintf(stderr, "%s: %s\n", path, module ? "no effect in it" : vyncore::string::UTF16to8(reason).c_str());
     return filter;
 }
 

@@ -1,10 +1,11 @@
 #include "vynhost/AudioFileReader.h"
 
+#include "vynhost/AudioContainer.h"
 #include "vynhost/CommandError.h"
-#include "vynhost/WavHeader.h"
 
 #include <filesystem>
 #include <fstream>
+#include <optional>
 #include <sndfile.h>
 #include <system_error>
 
@@ -29,11 +30,10 @@ void CheckOrdinaryFile(std::string const& path) {
 }
 
 void CheckWhole(std::string const& path) {
-    std::optional<WavData> const data = FindWavData(path);
-    if (data && data->promisedBytes > data->presentBytes)
-        throw CommandError::OfFile(path, "is truncated: its header promises " + std::to_string(data->promisedBytes) +
-                                             " bytes of audio, and " + std::to_string(data->presentBytes) +
-                                             " are there");
+    if (std::optional<Shortfall> const shortfall = FindShortfall(path))
+        throw CommandError::OfFile(path, "is truncated: its header promises " +
+                                             std::to_string(shortfall->promisedBytes) + " bytes of audio, and " +
+                                             std::to_string(shortfall->presentBytes) + " are there");
 }
 
 std::vector<int> ReadSpeakers(SNDFILE* file, int channels) {

@@ -22,7 +22,7 @@ struct RenderSetup {
     double sampleRate = 0.0;  ///< in hertz
     int blockSize = 0;        ///< at least 1
     /// Compensates this latency, in samples, whatever the filter says. Empty: what the filter says.
-    std::optional<int> latency;
+    std::optional<int> latency = {};
 };
 
 /// What became of it.

@@ -23,7 +23,8 @@ ExitStatus ReportFailure(CommandError const& error, bool json) {
             document[error.GetSubject() == CommandError::Subject::kFile ? "file" : "plugin"] = error.GetName();
         os::WriteOutput(ToText(document));
     } else {
-        PrintError(error.GetName().empty() ? error.what() : error.GetName() + ": " + error.what());
+        std::string const name = error.GetName().empty() ? "\"\"" : error.GetName();
+        PrintError(error.GetSubject() == CommandError::Subject::kNone ? error.what() : name + ": " + error.what());
     }
     return error.GetStatus();
 }

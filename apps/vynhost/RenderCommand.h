@@ -9,7 +9,7 @@ struct RenderRequest {
     std::string modulePath;
     std::string inputPath;
     std::string outputPath;
-    std::string classID; ///< empty when the module's only class is meant
+    std::string classID = {}; ///< empty when the module's only class is meant
     int blockSize = 512;
     bool json = false;
 };

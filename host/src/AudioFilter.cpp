@@ -13,7 +13,8 @@ namespace vynaudiofilterhost {
 using vynmediatypes::AudioBusDescription;
 
 AudioFilter::AudioFilter(UString const& uniqueID, UString const& displayName)
-    : mUniqueID(uniqueID), mDisplayName(displayName),
+    : mUniqueID(uniqueID),
+      mDisplayName(displayName),
       mMainTargetBus(UString(), vynmediatypes::AudioChannelLayout(), AudioBusDescription::kTypeMain),
       mSideChainTargetBus(UString(), vynmediatypes::AudioChannelLayout(), AudioBusDescription::kTypeSideChain) {}
 

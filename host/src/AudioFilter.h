@@ -30,7 +30,8 @@ class PluginLocator;
 class PresetData;
 class PresetList;
 
-/// One bit per channel, bit n for channel n; a set bit says that the channel holds silence. Channels 64 apart share a bit.
+/// One bit per channel, bit n for channel n; a set bit says that the channel holds silence. Channels 64 apart share a
+/// bit.
 using ChannelFlags = vyncore::utility::Flags<std::uint64_t>;
 
 /// The one class that an application sees for every hosted effect, whatever its format.
@@ -42,9 +43,9 @@ using ChannelFlags = vyncore::utility::Flags<std::uint64_t>;
 /// host, rate and block size and asks for buses; Resume sizes everything that rendering uses, Suspend ends rendering.
 /// Rendering starts after Resume and stops before Suspend. A filter may go to and fro any number of times.
 ///
-/// Thread safety: ProcessWithMapping and the process side of posted messages belong to the process thread, everything else
-/// to the main thread. No operation on the process thread allocates, locks or waits. Signals fire on the caller's thread;
-/// the latency signal on the main thread only.
+/// Thread safety: ProcessWithMapping and the process side of posted messages belong to the process thread, everything
+/// else to the main thread. No operation on the process thread allocates, locks or waits. Signals fire on the caller's
+/// thread; the latency signal on the main thread only.
 class VYN_API AudioFilter : public vyncore::utility::RefCountedObject {
 public:
     using UString = vyncore::UString;
@@ -92,9 +93,8 @@ public:
     /// [process-thread]
     virtual void Process(float** in, float** out, int numSamples, ChannelFlags inFlags, ChannelFlags& outFlags);
 
-    /// The entry point of the render thread: runs waiting messages, keeps the filter from reading channels that the caller
-    /// declares silent, and calls Process. Arguments as for Process.
-    /// [process-thread]
+    /// The entry point of the render thread: runs waiting messages, keeps the filter from reading channels that the
+    /// caller declares silent, and calls Process. Arguments as for Process. [process-thread]
     virtual void ProcessWithMapping(float** in, float** out, int numSamples, ChannelFlags inFlags,
                                     ChannelFlags& outFlags);
 
@@ -209,7 +209,8 @@ public:
                                    unsigned char data2);
 
 protected:
-    /// Clears the buses and adds those that the filter can do, as near to the layouts as it can. [main-thread & suspended]
+    /// Clears the buses and adds those that the filter can do, as near to the layouts as it can. [main-thread &
+    /// suspended]
     virtual void RequestIOConfiguration(Layouts const& inputLayouts, Layouts const& outputLayouts);
 
     virtual bool LoadParams(PresetData const& preset);
@@ -280,8 +281,7 @@ public:
 
     /// Connect a slot to a signal; disconnect through the result. [any-thread]
     boost::signals2::connection ConnectPresetChanged(PresetChangedSignal::slot_type const& slot);
-    boost::signals2::connection
-    ConnectAutomatedParameterChange(AutomatedParameterChangeSignal::slot_type const& slot);
+    boost::signals2::connection ConnectAutomatedParameterChange(AutomatedParameterChangeSignal::slot_type const& slot);
     boost::signals2::connection
     ConnectParameterPropertiesChanged(ParameterPropertiesChangedSignal::slot_type const& slot);
     boost::signals2::connection ConnectEditingStateChange(EditingStateChangeSignal::slot_type const& slot);

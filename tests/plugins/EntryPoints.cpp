@@ -1,5 +1,4 @@
 #include "plugins/FixtureController.h"
-#include "plugins/FixtureFactory.h"
 
 // Compiled once for each fixture module. The build says which entry points a module has: VYN_FIXTURE_MODULE_ENTRY and
 // VYN_FIXTURE_INIT_DLL (each defined as the result it gives), VYN_FIXTURE_FACTORY.
@@ -33,7 +32,7 @@ SMTG_EXPORT_SYMBOL FixtureExports const* FixtureEntry() {
                 CopyClassID(kAudioClass, index, classID);
                 return reinterpret_cast<unsigned char const*>(classID);
             },
-        .factoryReferences = [] { return FixtureFactory::Get().GetReferences(); },
+        .factoryReferences = GetFactoryReferences,
         .callHost = FixtureController::CallHost,
     };
     return &exports;
@@ -68,8 +67,8 @@ SMTG_EXPORT_SYMBOL Steinberg::IPluginFactory* PLUGIN_API GetPluginFactory() {
     Record(FixtureObject::Module, "GetPluginFactory");
     if (ModuleState::Get().configuration.Fails(FixtureFault::NullFactory))
         return nullptr;
-    FixtureFactory::Get().addRef();
-    return &FixtureFactory::Get();
+    GetFactory()->addRef();
+    return GetFactory();
 }
 #endif
 

@@ -52,8 +52,8 @@ enum class FixtureBusAnswer : int {
 /// Copies a text into a field, cut to leave room for the 0.
 template <class Char, std::size_t N>
 constexpr void SetFixtureText(Char (&field)[N], std::basic_string_view<Char> text) {
-    Char* const end = std::copy_n(text.data(), std::min(text.size(), N - 1), field);
-    std::fill(end, field + N, Char{});
+    for (std::size_t place = 0; place < N; ++place)
+        field[place] = place < text.size() && place < N - 1 ? text[place] : Char{};
 }
 
 struct FixtureBus {

@@ -64,7 +64,7 @@ int FixtureController::CallHost(FixtureHostCall call, unsigned id, double value)
 tresult FixtureController::setComponentState(IBStream* stream) {
     FixtureBlob const state = ModuleState::Get().snapshot.controllerComponentState = ReadBlob(*stream);
     if (double* const gain = ValueOf(0); gain != nullptr && mConfiguration.stateHoldsGain)
-        TakeGain(state, *gain);
+        std::atomic_ref(*gain).store(GainOfBlob(state, *gain));
     return Log("setComponentState", Fails(FixtureFault::SetStateFails) ? kInternalError : kResultOk, {state.size});
 }
 

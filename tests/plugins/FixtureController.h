@@ -52,15 +52,15 @@ public:
     }
 
     ParamValue PLUGIN_API getParamNormalized(ParamID id) override {
-        double const* const value = ValueOf(id);
-        double const result = value != nullptr ? *value : 0.0;
+        double* const kept = ValueOf(id);
+        double const result = kept != nullptr ? std::atomic_ref(*kept).load() : 0.0;
         return Log("getParamNormalized", result, {id, {}, result});
     }
 
     tresult PLUGIN_API setParamNormalized(ParamID id, ParamValue value) override {
         double* const kept = ValueOf(id);
         if (kept != nullptr)
-            *kept = value;
+            std::atomic_ref(*kept).store(value);
         return Log("setParamNormalized", kept != nullptr ? kResultOk : kInvalidArgument, {id, {}, value});
     }
 
@@ -81,7 +81,7 @@ public:
     }
     tresult PLUGIN_API getProgramListInfo(int32 index, ProgramListInfo& info) override;
     tresult PLUGIN_API getProgramName(ProgramListID list, int32 program, TChar* name) override;
-    tresult PLUGIN_API getProgramInfo(ProgramListID, int32, CString, TChar*) override { return kNotImplemented; }
+    tresult PLUGIN_API getProgramInfo(ProgramListID, int32, char const*, TChar*) override { return kNotImplemented; }
     tresult PLUGIN_API hasProgramPitchNames(ProgramListID, int32) override { return kNotImplemented; }
     tresult PLUGIN_API getProgramPitchName(ProgramListID, int32, int16, TChar*) override { return kNotImplemented; }
     UnitID PLUGIN_API getSelectedUnit() override { return kRootUnitId; }
@@ -111,6 +111,7 @@ private:
         return mConfiguration.plainLow + value * (mConfiguration.plainHigh - mConfiguration.plainLow);
     }
 
+    /// Where a value is kept, or null. The host sets values on several threads: only through an atomic_ref.
     double* ValueOf(ParamID id);
     void Fill(String128& field, std::u16string_view text) const {
         FillText<TChar>(field, text, Fails(FixtureFault::UnterminatedTexts));

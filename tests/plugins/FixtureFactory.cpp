@@ -1,5 +1,3 @@
-#include "plugins/FixtureFactory.h"
-
 #include "plugins/FixtureController.h"
 #include "plugins/FixtureInstance.h"
 #include "plugins/FixtureProcessor.h"
@@ -66,7 +64,92 @@ FUnknown* MakeInstance(bool component) {
     return static_cast<IComponent*>(new FixtureInstance<FixtureProcessor>);
 }
 
+/// The list of classes begins with an audio class, goes on with those of other categories (the controller first) and
+/// ends with the rest of the audio classes.
+class FixtureFactory final : public IPluginFactory3 {
+public:
+    tresult PLUGIN_API queryInterface(TUID const id, void** object) override {
+        int const level = Configuration().factoryLevel;
+        bool const known = SameID(id, FUnknown_iid) || SameID(id, IPluginFactory_iid) ||
+                           (level >= 2 && SameID(id, IPluginFactory2_iid)) ||
+                           (level >= 3 && SameID(id, IPluginFactory3_iid));
+        *object = known ? this : nullptr;
+        if (!known)
+            return kNoInterface;
+        addRef();
+        return kResultOk;
+    }
+
+    uint32 PLUGIN_API addRef() override { return static_cast<uint32>(++mReferences); }
+    uint32 PLUGIN_API release() override { return static_cast<uint32>(--mReferences); }
+
+    tresult PLUGIN_API getFactoryInfo(PFactoryInfo* info) override {
+        Record(FixtureObject::Factory, "getFactoryInfo");
+        FillField(info->vendor, Configuration().factoryVendor);
+        return Configuration().Fails(FixtureFault::FactoryInfoFails) ? kInternalError : kResultOk;
+    }
+
+    int32 PLUGIN_API countClasses() override {
+        Record(FixtureObject::Factory, "countClasses");
+        int const count = kModuleTraits.audioClasses + CountOtherClasses();
+        return Configuration().Fails(FixtureFault::NegativeClassCount) ? -count : count;
+    }
+
+    tresult PLUGIN_API getClassInfo(int32 index, PClassInfo* info) override {
+        return FillInfo("getClassInfo", index, *info);
+    }
+
+    tresult PLUGIN_API getClassInfo2(int32 index, PClassInfo2* info) override {
+        return FillInfo("getClassInfo2", index, *info);
+    }
+
+    tresult PLUGIN_API getClassInfoUnicode(int32 index, PClassInfoW* info) override {
+        return FillInfo("getClassInfoUnicode", index, *info);
+    }
+
+    tresult PLUGIN_API createInstance(FIDString classID, FIDString interfaceID, void** object) override;
+
+    tresult PLUGIN_API setHostContext(FUnknown* context) override {
+        Record(FixtureObject::Factory, "setHostContext", {context != nullptr});
+        return kResultOk;
+    }
+
+    int GetReferences() const { return mReferences; }
+
+private:
+    std::atomic<int> mReferences{0};
+};
+
+tresult FixtureFactory::createInstance(FIDString classID, FIDString interfaceID, void** object) {
+    using enum FixtureFault;
+    bool const controller = IsClass(classID, kControllerClass, kModuleTraits.singleObject ? 0 : 1);
+    bool const component = IsClass(classID, kAudioClass, kModuleTraits.audioClasses);
+    bool const fails = Configuration().Fails(controller ? ControllerCreationFails : ComponentCreationFails);
+    bool const null = Configuration().Fails(controller ? ControllerCreationNull : ComponentCreationNull);
+
+    *object = nullptr;
+    tresult result = (component || controller) && !fails ? kResultOk : kNoInterface;
+    if (result == kResultOk && !null)
+        result = owned(MakeInstance(component))->queryInterface(reinterpret_cast<int8 const*>(interfaceID), object);
+    Record(FixtureObject::Factory, "createInstance",
+           {.argument = result, .detail = controller ? "IEditController" : "IComponent"});
+    return result;
+}
+
+FixtureFactory& TheFactory() {
+    static FixtureFactory factory;
+    return factory;
+}
+
 } // namespace
+
+IPluginFactory* GetFactory() {
+    return &TheFactory();
+}
+
+int GetFactoryReferences() {
+    return TheFactory().GetReferences();
+}
 
 char const* InterfaceName(TUID const id) {
     static std::pair<int8 const*, char const*> const names[] = {
@@ -88,70 +171,6 @@ void CopyClassID(ClassKind kind, int index, TUID to) {
     TUID const id = INLINE_UID(0x56594E46, 0x69787475, 0x72650000U | kModuleTraits.number,
                                kind << 8 | static_cast<unsigned>(index));
     std::copy_n(id, sizeof(TUID), to);
-}
-
-FixtureFactory& FixtureFactory::Get() {
-    static FixtureFactory factory;
-    return factory;
-}
-
-tresult FixtureFactory::queryInterface(TUID const id, void** object) {
-    int const level = Configuration().factoryLevel;
-    bool const known = SameID(id, FUnknown_iid) || SameID(id, IPluginFactory_iid) ||
-                       (level >= 2 && SameID(id, IPluginFactory2_iid)) ||
-                       (level >= 3 && SameID(id, IPluginFactory3_iid));
-    *object = known ? this : nullptr;
-    if (!known)
-        return kNoInterface;
-    addRef();
-    return kResultOk;
-}
-
-tresult FixtureFactory::getFactoryInfo(PFactoryInfo* info) {
-    Record(FixtureObject::Factory, "getFactoryInfo");
-    if (Configuration().Fails(FixtureFault::FactoryInfoFails))
-        return kInternalError;
-    FillField(info->vendor, Configuration().factoryVendor);
-    return kResultOk;
-}
-
-int32 FixtureFactory::countClasses() {
-    Record(FixtureObject::Factory, "countClasses");
-    int const count = kModuleTraits.audioClasses + CountOtherClasses();
-    return Configuration().Fails(FixtureFault::NegativeClassCount) ? -count : count;
-}
-
-tresult FixtureFactory::getClassInfo(int32 index, PClassInfo* info) {
-    return FillInfo("getClassInfo", index, *info);
-}
-
-tresult FixtureFactory::getClassInfo2(int32 index, PClassInfo2* info) {
-    return FillInfo("getClassInfo2", index, *info);
-}
-
-tresult FixtureFactory::getClassInfoUnicode(int32 index, PClassInfoW* info) {
-    return FillInfo("getClassInfoUnicode", index, *info);
-}
-
-tresult FixtureFactory::createInstance(FIDString classID, FIDString interfaceID, void** object) {
-    using enum FixtureFault;
-    bool const controller = IsClass(classID, kControllerClass, kModuleTraits.singleObject ? 0 : 1);
-    bool const component = IsClass(classID, kAudioClass, kModuleTraits.audioClasses);
-    bool const fails = Configuration().Fails(controller ? ControllerCreationFails : ComponentCreationFails);
-    bool const null = Configuration().Fails(controller ? ControllerCreationNull : ComponentCreationNull);
-
-    *object = nullptr;
-    tresult result = (component || controller) && !fails ? kResultOk : kNoInterface;
-    if (result == kResultOk && !null)
-        result = owned(MakeInstance(component))->queryInterface(reinterpret_cast<int8 const*>(interfaceID), object);
-    Record(FixtureObject::Factory, "createInstance",
-           {.argument = result, .detail = controller ? "IEditController" : "IComponent"});
-    return result;
-}
-
-tresult FixtureFactory::setHostContext(FUnknown* context) {
-    Record(FixtureObject::Factory, "setHostContext", {context != nullptr});
-    return kResultOk;
 }
 
 } // namespace vynfixtures

@@ -3,6 +3,7 @@
 #include "plugins/FixtureConfiguration.h"
 
 #include "pluginterfaces/base/funknown.h"
+#include "pluginterfaces/base/ipluginbase.h"
 #include "pluginterfaces/base/smartpointer.h"
 #include "pluginterfaces/vst/vsttypes.h"
 
@@ -21,6 +22,10 @@ DECLARE_UID(const kVendorProcessorID, 0xF83AD871, 0x25F94500, 0x903A25AA, 0x46A3
 
 /// The kinds of classes, as they enter a class ID.
 enum ClassKind : unsigned { kAudioClass, kControllerClass, kOtherClass };
+
+/// The class factory of this module: one static object, which its references only count.
+IPluginFactory* GetFactory();
+int GetFactoryReferences();
 
 /// The ID of this module's class `index` of a kind.
 void CopyClassID(ClassKind kind, int index, TUID to);
@@ -41,9 +46,10 @@ IPtr<Interface> Ask(FUnknown* object, TUID const id) {
 /// Fills a field of the interfaces with a text; without terminator it is followed by 'x' up to the field's end.
 template <class Char, std::size_t N>
 void FillText(Char (&field)[N], std::basic_string_view<Char> text, bool unterminated) {
-    SetFixtureText(field, text);
+    Char* const end = std::copy_n(text.data(), std::min(text.size(), N - 1), field);
+    *end = Char{};
     if (unterminated)
-        std::fill(field + std::min(text.size(), N - 1), field + N, Char{'x'});
+        std::fill(end, field + N, Char{'x'});
 }
 
 /// ASCII text as the interfaces take it.

@@ -56,7 +56,7 @@ tresult FixtureProcessor::setActive(TBool state) {
 tresult FixtureProcessor::setState(IBStream* stream) {
     FixtureBlob const state = ModuleState::Get().snapshot.componentState = ReadBlob(*stream);
     if (mConfiguration.stateHoldsGain)
-        TakeGain(state, mGain);
+        mGain = GainOfBlob(state, mGain);
     return Log("setState", Fails(FixtureFault::SetStateFails) ? kInternalError : kResultOk, {state.size});
 }
 

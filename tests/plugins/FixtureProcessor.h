@@ -95,7 +95,7 @@ private:
 
     FixtureConfiguration mConfiguration = ModuleState::Get().configuration;
     HostLink mLink{kObject};
-    double mGain = mConfiguration.DefaultValue(0);
+    std::atomic<double> mGain{mConfiguration.DefaultValue(0)};
     int mProcessCalls = 0;
     std::vector<float> mDelayLines; ///< of every output channel in turn, mDelay samples each
     std::size_t mDelay = 0;

@@ -28,16 +28,17 @@ inline int WriteBlob(IBStream& stream, FixtureBlob blob) {
     return blob.size;
 }
 
-/// The component's state when it holds the gain, and back; a blob of another size leaves the gain alone.
+/// The component's state when it holds the gain, and back; a blob of another size gives the gain `otherwise`.
 inline FixtureBlob BlobOfGain(double gain) {
     FixtureBlob blob{.size = sizeof gain};
     std::memcpy(blob.bytes, &gain, sizeof gain);
     return blob;
 }
 
-inline void TakeGain(FixtureBlob const& blob, double& gain) {
-    if (blob.size == int{sizeof gain})
-        std::memcpy(&gain, blob.bytes, sizeof gain);
+inline double GainOfBlob(FixtureBlob const& blob, double otherwise) {
+    if (blob.size == int{sizeof otherwise})
+        std::memcpy(&otherwise, blob.bytes, sizeof otherwise);
+    return otherwise;
 }
 
 } // namespace vynfixtures

@@ -59,20 +59,23 @@ void LeaveSignals() {
 }
 
 std::filesystem::path ResolveTarget(std::string const& target) {
+    if (target.empty() || target.back() == '/')
+        throw std::runtime_error("cannot be written: this names no file");
     std::error_code error;
-    std::filesystem::path path = std::filesystem::weakly_canonical(target, error);
+    std::filesystem::path path = std::filesystem::absolute(target, error);
+    if (!error)
+        path = std::filesystem::weakly_canonical(path, error);
     if (error)
         ThrowSystemError("cannot be written", error.value());
-    if (target.empty() || !path.has_filename() || target.back() == '/')
-        throw std::runtime_error("cannot be written: this names a folder and no file");
-    if (std::filesystem::is_directory(path, error))
-        throw std::runtime_error("cannot be written: it is a folder");
-    if (std::filesystem::exists(path, error) && !std::filesystem::is_regular_file(path, error))
-        throw std::runtime_error("cannot be written: it is no ordinary file");
-    if (std::filesystem::exists(path, error) && ::access(path.c_str(), W_OK) != 0)
-        ThrowSystemError("cannot be written");
     if (!std::filesystem::is_directory(path.parent_path(), error))
         throw std::runtime_error("cannot be written: its folder does not exist");
+    std::filesystem::file_status const status = std::filesystem::status(path, error);
+    if (status.type() == std::filesystem::file_type::directory)
+        throw std::runtime_error("cannot be written: it is a folder");
+    if (std::filesystem::exists(status) && status.type() != std::filesystem::file_type::regular)
+        throw std::runtime_error("cannot be written: it is no ordinary file");
+    if (std::filesystem::exists(status) && ::access(path.c_str(), W_OK) != 0)
+        ThrowSystemError("cannot be written");
     return path;
 }
 

@@ -7,7 +7,8 @@ namespace vyncore::utility {
 
 /// A set of bits in one unsigned word, such as one silence flag per channel.
 /// A bit number counts modulo the width of the word: in a set of 64, bit 64 is bit 0.
-template <class Word> class Flags {
+template <class Word>
+class Flags {
     static_assert(std::is_unsigned_v<Word>);
 
 public:

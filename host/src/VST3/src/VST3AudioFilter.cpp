@@ -76,8 +76,7 @@ void VST3AudioFilter::ActivateBuses(BusDirection direction, Steinberg::Vst::BusT
     int32 const count = CountBuses(Steinberg::Vst::kAudio, direction);
     for (int32 index = 0; index < count; ++index) {
         BusInfo info{};
-        if (mComponent->getBusInfo(Steinberg::Vst::kAudio, direction, index, info) == kResultOk &&
-            info.busType == type)
+        if (mComponent->getBusInfo(Steinberg::Vst::kAudio, direction, index, info) == kResultOk && info.busType == type)
             mComponent->activateBus(Steinberg::Vst::kAudio, direction, index, true);
     }
 }

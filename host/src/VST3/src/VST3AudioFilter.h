@@ -27,14 +27,16 @@
 
 namespace vynaudiofilterhost::vst3 {
 
-/// The filter over one class of a VST3 module: component, processor and edit controller, made, joined, activated and torn
-/// down in a fixed order, with the filter itself as their host.
+/// The filter over one class of a VST3 module: component, processor and edit controller, made, joined, activated and
+/// torn down in a fixed order, with the filter itself as their host.
 ///
-/// Made by VST3PluginModule. It holds a reference on each of the plug-in's objects and on the factory; the module's code
-/// stays with the module cache. What a plug-in holds of the filter counts nothing: addRef and release always return 1.
+/// Made by VST3PluginModule. It holds a reference on each of the plug-in's objects and on the factory; the module's
+/// code stays with the module cache. What a plug-in holds of the filter counts nothing: addRef and release always
+/// return 1.
 ///
-/// Threads: Process, SetCurrentOffset and ScheduleMIDIEvent belong to the process thread. A plug-in may call performEdit on
-/// any thread; restartComponent is honoured on the main thread alone. Everything else belongs to the main thread.
+/// Threads: Process, SetCurrentOffset and ScheduleMIDIEvent belong to the process thread. A plug-in may call
+/// performEdit on any thread; restartComponent is honoured on the main thread alone. Everything else belongs to the
+/// main thread.
 ///
 /// Invariants:
 /// 1. A constructed filter has a component, a processor and a controller.
@@ -50,8 +52,8 @@ class VST3AudioFilter final : public AudioFilter,
                               public IVST3TolveVendorSpecificHost,
                               public IVirtualAudioFilterSupport {
 public:
-    /// Makes and joins the plug-in's objects. Throws a character string when they can't be made, and whatever the plug-in
-    /// throws; no object of it is left behind then. [main-thread]
+    /// Makes and joins the plug-in's objects. Throws a character string when they can't be made, and whatever the
+    /// plug-in throws; no object of it is left behind then. [main-thread]
     VST3AudioFilter(Steinberg::IPluginFactory* factory, Steinberg::PClassInfo const& classInfo);
     ~VST3AudioFilter() override;
 

@@ -36,21 +36,24 @@ void TraceStep(char const* text) {
 }
 
 // Asks for an interface; a plug-in that says yes and gives nothing has said no.
-template <class Interface> Interface* Query(FUnknown* object) {
+template <class Interface>
+Interface* Query(FUnknown* object) {
     void* found = nullptr;
     if (object->queryInterface(Interface::iid, &found) != kResultOk)
         return nullptr;
     return static_cast<Interface*>(found);
 }
 
-template <class Interface> Interface* MakeInstance(Steinberg::IPluginFactory* factory, Steinberg::TUID const classID) {
+template <class Interface>
+Interface* MakeInstance(Steinberg::IPluginFactory* factory, Steinberg::TUID const classID) {
     void* made = nullptr;
     if (factory->createInstance(classID, Interface::iid, &made) != kResultOk)
         return nullptr;
     return static_cast<Interface*>(made);
 }
 
-template <class Interface> void ReleaseAndClear(Interface*& pointer) {
+template <class Interface>
+void ReleaseAndClear(Interface*& pointer) {
     if (Interface* const object = pointer) {
         pointer = nullptr;
         object->release();
@@ -58,7 +61,8 @@ template <class Interface> void ReleaseAndClear(Interface*& pointer) {
 }
 
 // The teardown goes on whatever a plug-in throws on the way: what it leaves behind would keep its module busy.
-template <class Step> void Guarded(Step&& step) noexcept {
+template <class Step>
+void Guarded(Step&& step) noexcept {
     try {
         step();
     } catch (...) {
@@ -163,8 +167,7 @@ bool VST3AudioFilter::CreateController() {
     }
     if (!mController)
         return false;
-    mControllerInitialized =
-        mController->initialize(static_cast<Steinberg::Vst::IHostApplication*>(this)) == kResultOk;
+    mControllerInitialized = mController->initialize(static_cast<Steinberg::Vst::IHostApplication*>(this)) == kResultOk;
     return mControllerInitialized || isComponentItself;
 }
 

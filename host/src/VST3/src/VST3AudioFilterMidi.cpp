@@ -58,8 +58,8 @@ bool FillEventBody(Event& event, unsigned char kind, std::int16_t channel, unsig
 
 } // namespace
 
-void VST3AudioFilter::ScheduleMIDIEvent(bool live, unsigned int sampleOffset, unsigned char status,
-                                        unsigned char data1, unsigned char data2) {
+void VST3AudioFilter::ScheduleMIDIEvent(bool live, unsigned int sampleOffset, unsigned char status, unsigned char data1,
+                                        unsigned char data2) {
     if (!mInputEvents)
         return;
     auto const kind = static_cast<unsigned char>(status & 0xF0);

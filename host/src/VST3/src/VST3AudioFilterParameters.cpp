@@ -32,7 +32,8 @@ void VST3AudioFilter::ListParameter(std::int32_t index, ParameterInfo const& inf
     constexpr int32 kNotShown = ParameterInfo::kIsBypass | ParameterInfo::kIsProgramChange | ParameterInfo::kIsReadOnly;
     mParameterIDs.push_back(info.id);
     bool const isProgramChange = (info.flags & ParameterInfo::kIsProgramChange) != 0;
-    if (isProgramChange && info.unitId == Steinberg::Vst::kRootUnitId && mProgramChangeParameterID == kNoProgramChange) {
+    if (isProgramChange && info.unitId == Steinberg::Vst::kRootUnitId &&
+        mProgramChangeParameterID == kNoProgramChange) {
         mProgramChangeParameterID = info.id;
         mProgramChangeParameterIndex = index;
     }

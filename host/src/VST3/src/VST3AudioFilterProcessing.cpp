@@ -83,8 +83,7 @@ void VST3AudioFilter::UpdateTransport() {
     mProcessContext.state |= playback.mIsLooping ? ProcessContext::kCycleActive : 0;
 }
 
-void VST3AudioFilter::ProcessSlice(float* const* in, float* const* out, std::int32_t offset,
-                                   std::int32_t numSamples) {
+void VST3AudioFilter::ProcessSlice(float* const* in, float* const* out, std::int32_t offset, std::int32_t numSamples) {
     mProcessData.numSamples = numSamples;
     mInputBusBuffers.Point(in, offset);
     mOutputBusBuffers.Point(out, offset);

@@ -7,9 +7,8 @@
 
 namespace vynaudiofilterhost::vst3 {
 
-/// The module file for this machine inside a bundle folder: Contents/<machine>/<title>, or the only module that lies there.
-/// Empty when there is none; reason then has one line that says why.
-/// [any-thread]
+/// The module file for this machine inside a bundle folder: Contents/<machine>/<title>, or the only module that lies
+/// there. Empty when there is none; reason then has one line that says why. [any-thread]
 vyncore::UString FindModuleInBundle(vyncore::UString const& folder, vyncore::UString& reason);
 
 /// The module of a bundle folder or of a module file, through the cache. Null when it can't be had; reason then has one

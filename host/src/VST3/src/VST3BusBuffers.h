@@ -9,13 +9,13 @@
 
 namespace vynaudiofilterhost::vst3 {
 
-/// The buffers of one direction as a plug-in sees them: one AudioBusBuffers per bus that the plug-in says it has, with as
-/// many channels as the plug-in says that the bus has.
+/// The buffers of one direction as a plug-in sees them: one AudioBusBuffers per bus that the plug-in says it has, with
+/// as many channels as the plug-in says that the bus has.
 ///
 /// The channels that the filter shows are pointed at the caller's buffers, slice by slice. A plug-in's channel that the
-/// filter doesn't show (a bus whose arrangement can't be read, speakers that have no label) reads silence, or writes what
-/// nobody reads. A filter owns one per direction; the lists of buses are described while it is suspended, and the buffers
-/// exist from Allocate to Free.
+/// filter doesn't show (a bus whose arrangement can't be read, speakers that have no label) reads silence, or writes
+/// what nobody reads. A filter owns one per direction; the lists of buses are described while it is suspended, and the
+/// buffers exist from Allocate to Free.
 class VST3BusBuffers {
 public:
     /// Forgets all buses. [main-thread & suspended]

@@ -20,7 +20,8 @@ using vyncore::string::UTF8to16;
 namespace {
 
 // Walks the classes with a getter of PClassInfo2 or PClassInfoW until one has this ID.
-template <class Info, class Getter> bool FindClass(Steinberg::TUID const cid, int32 count, Info& info, Getter&& get) {
+template <class Info, class Getter>
+bool FindClass(Steinberg::TUID const cid, int32 count, Info& info, Getter&& get) {
     for (int32 index = 0; index < count; ++index) {
         info = Info();
         if (get(index, &info) == kResultOk && std::memcmp(info.cid, cid, sizeof(Steinberg::TUID)) == 0)

@@ -17,9 +17,8 @@ void CreateVST3ModuleCache();
 /// Unloads every module in the order of paths, and then drops them. [main-thread]
 void DestroyVST3ModuleCache();
 
-/// The module of that file, loaded now or before. Null when it can't be loaded, when the file of a loaded module has gone
-/// (the module stays in the table), or outside the library's life; reason then gets one line.
-/// [main-thread]
+/// The module of that file, loaded now or before. Null when it can't be loaded, when the file of a loaded module has
+/// gone (the module stays in the table), or outside the library's life; reason then gets one line. [main-thread]
 boost::intrusive_ptr<VST3PluginModule> FindOrLoadVST3Module(vyncore::UString const& path,
                                                             vyncore::UString* reason = nullptr);
 

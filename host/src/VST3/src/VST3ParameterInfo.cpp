@@ -21,9 +21,11 @@ VST3ParameterInfo::VST3ParameterInfo(Steinberg::Vst::IEditController* controller
 
 VST3ParameterInfo::VST3ParameterInfo(Steinberg::Vst::IEditController* controller, std::int32_t parameterIndex,
                                      ParameterInfo const& info)
-    : AudioFilterParameterInfo(UString(TextOf(info.title)), UString(TextOf(info.units)),
-                               kParameterUnitNone),
-      mController(controller), mParameterID(info.id), mParameterIndex(parameterIndex), mFlags(info.flags),
+    : AudioFilterParameterInfo(UString(TextOf(info.title)), UString(TextOf(info.units)), kParameterUnitNone),
+      mController(controller),
+      mParameterID(info.id),
+      mParameterIndex(parameterIndex),
+      mFlags(info.flags),
       mStepCount(info.stepCount) {
     SetExposed(CanBeAutomated());
 }

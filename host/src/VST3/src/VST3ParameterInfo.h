@@ -9,8 +9,8 @@
 
 namespace vynaudiofilterhost::vst3 {
 
-/// One parameter of an edit controller, which it asks for conversions and texts. It holds a reference on the controller,
-/// but only as long as its filter lives does the controller answer sensibly. [main-thread]
+/// One parameter of an edit controller, which it asks for conversions and texts. It holds a reference on the
+/// controller, but only as long as its filter lives does the controller answer sensibly. [main-thread]
 class VST3ParameterInfo final : public AudioFilterParameterInfo {
 public:
     /// @param parameterIndex  place in the controller's list

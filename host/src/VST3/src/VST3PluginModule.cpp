@@ -43,7 +43,8 @@ using PlainFunction = bool(PLUGIN_API*)();
 using ModuleEntryFunction = bool(PLUGIN_API*)(void*);
 using FactoryFunction = Steinberg::IPluginFactory*(PLUGIN_API*)();
 
-template <class Function> Function FindExport(HINSTANCE__* module, char const* name) {
+template <class Function>
+Function FindExport(HINSTANCE__* module, char const* name) {
     return reinterpret_cast<Function>(GetFunctionPointerFromModuleImpl(module, name));
 }
 
@@ -173,8 +174,7 @@ bool VST3PluginModule::FindClass(UString const& classID, Steinberg::PClassInfo& 
     });
     for (int32 index = 0; index < count; ++index) {
         classInfo = Steinberg::PClassInfo();
-        if (mFactory->getClassInfo(index, &classInfo) == kResultOk &&
-            std::memcmp(classInfo.cid, cid, sizeof cid) == 0)
+        if (mFactory->getClassInfo(index, &classInfo) == kResultOk && std::memcmp(classInfo.cid, cid, sizeof cid) == 0)
             return true;
     }
     return false;
@@ -195,8 +195,9 @@ boost::intrusive_ptr<VST3AudioFilter> VST3PluginModule::CreateVST3Filter(UString
     }
 }
 
-boost::intrusive_ptr<AudioFilterDescriptor> VST3PluginModule::CreateDescriptorFromClassInfo(
-    PluginLocator const& locator, UString const& classID, bool internalFilter) {
+boost::intrusive_ptr<AudioFilterDescriptor>
+VST3PluginModule::CreateDescriptorFromClassInfo(PluginLocator const& locator, UString const& classID,
+                                                bool internalFilter) {
     Steinberg::PClassInfo classInfo;
     if (!mFactory || !FindClass(classID, classInfo))
         return nullptr;

@@ -14,8 +14,8 @@ namespace vynaudiofilterhost::vst3 {
 
 /// A VST3 module file: once loaded it has run the module's entry point and holds the factory.
 ///
-/// It lives in the VST3ModuleCache, which keeps its code in memory; a filter holds a reference on the factory and not on
-/// the module. A module is loaded once, by its first owner.
+/// It lives in the VST3ModuleCache, which keeps its code in memory; a filter holds a reference on the factory and not
+/// on the module. A module is loaded once, by its first owner.
 class VST3PluginModule final : public PluginModule {
 public:
     explicit VST3PluginModule(vyncore::UString const& path);
@@ -36,15 +36,14 @@ public:
     /// [main-thread]
     boost::intrusive_ptr<PluginModuleInfo> GetPluginInfo(std::vector<vyncore::UString>& classIDs) override;
 
-    /// A suspended filter of the class; null when there is no such class, or when its objects can't be made: nothing that
-    /// a plug-in throws gets out. [main-thread]
+    /// A suspended filter of the class; null when there is no such class, or when its objects can't be made: nothing
+    /// that a plug-in throws gets out. [main-thread]
     virtual boost::intrusive_ptr<VST3AudioFilter> CreateVST3Filter(vyncore::UString const& classID);
 
     /// The catalogue's record of a class, made without an instance: any effect is assumed to run on one channel and on
     /// two. Null without a factory or such a class. [main-thread]
-    boost::intrusive_ptr<AudioFilterDescriptor> CreateDescriptorFromClassInfo(PluginLocator const& locator,
-                                                                              vyncore::UString const& classID,
-                                                                              bool internalFilter);
+    boost::intrusive_ptr<AudioFilterDescriptor>
+    CreateDescriptorFromClassInfo(PluginLocator const& locator, vyncore::UString const& classID, bool internalFilter);
 
 private:
     enum class EntryPoint { kNone, kInitDll, kModuleEntry };

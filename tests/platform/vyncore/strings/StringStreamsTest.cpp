@@ -68,10 +68,10 @@ TEST(StringStreamsTest, AfterAFailureEveryReadGivesZero) {
     EXPECT_EQ(words[2], 0u);
     EXPECT_EQ(words[3], 0u);
 
-    for (char16_t const* const text : {u"2147483648", u"", u"   ", u"0x"}) {
+    for (UString const text : {u"2147483648", u"", u"   ", u"0x"}) {
         int value = 7;
         iUTF16StringStream one(text);
-        one.SetHex(text[1] == u'x');
+        one.SetHex(text.ends_with(u'x'));
         one >> value;
         EXPECT_FALSE(one);
         EXPECT_EQ(value, 0);

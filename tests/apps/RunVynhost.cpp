@@ -1,0 +1,40 @@
+#include "apps/RunVynhost.h"
+
+#include "support/TemporaryFolder.h"
+
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <sys/wait.h>
+
+namespace vyntest {
+
+namespace {
+
+std::string Quote(std::string const& text) {
+    std::string quoted = "'";
+    for (char const c : text)
+        quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    return quoted + "'";
+}
+
+std::string ReadText(std::filesystem::path const& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+} // namespace
+
+ProgramResult RunVynhost(std::vector<std::string> const& arguments, std::string const& shell) {
+    TemporaryFolder const home;
+    std::string const out = home.Path() / "out";
+    std::string const err = home.Path() / "err";
+    std::string command = "exec >" + Quote(out) + " 2>" + Quote(err) + "; " + shell + " HOME=" + Quote(home.Path()) +
+                          " exec " + Quote(VYNHOST_PROGRAM);
+    for (std::string const& argument : arguments)
+        command += " " + Quote(argument);
+    int const status = std::system(command.c_str());
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status), ReadText(out), ReadText(err)};
+}
+
+} // namespace vyntest

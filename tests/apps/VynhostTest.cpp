@@ -1,0 +1,327 @@
+#include "apps/AudioFiles.h"
+#include "apps/RunVynhost.h"
+#include "support/FixtureModule.h"
+#include "support/TemporaryFolder.h"
+#include "vynhost/CommandError.h"
+#include "vynhost/RenderCommand.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <cmath>
+#include <fstream>
+#include <set>
+#include <string_view>
+#include <sys/stat.h>
+
+using namespace vyntest;
+using namespace vynfixtures;
+namespace fs = std::filesystem;
+using nlohmann::json;
+
+namespace {
+
+fs::path const kRealPlugins = "/usr/lib/vst3";
+
+class VynhostTest : public testing::Test {
+protected:
+    VynhostTest() { WriteClip(mInput, MakeNoise(2, 48000)); }
+
+    std::vector<std::string> Arguments(std::string const& module, std::vector<std::string> const& more = {}) const {
+        std::vector<std::string> arguments{"render", module, "-i", mInput, "-o", mOutput};
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        return arguments;
+    }
+
+    json Render(std::string const& module, std::vector<std::string> more = {}) const {
+        more.push_back("--json");
+        ProgramResult const result = RunVynhost(Arguments(module, more));
+        EXPECT_EQ(result.status, 0) << module << "\n" << result.out << result.err;
+        return json::parse(result.out, nullptr, false);
+    }
+
+    std::set<std::string> Names() const {
+        std::set<std::string> names;
+        for (auto const& entry : fs::directory_iterator(mFolder.Path()))
+            names.insert(entry.path().filename());
+        return names;
+    }
+
+    TemporaryFolder mFolder;
+    fs::path mInput = mFolder.Path() / "in.wav";
+    fs::path mOutput = mFolder.Path() / "out.wav";
+};
+
+// The test process holds the fixture and the command runs in it, so that the plug-in can be told how to behave.
+class RenderCommandTest : public VynhostTest {
+protected:
+    json RenderConfigured(FixtureConfiguration const& configuration) {
+        mFixture.Configure(configuration);
+        return RunConfigured();
+    }
+
+    json RunConfigured() const {
+        return json::parse(vynhost::RunRender({.modulePath = mFixture.GetPath(),
+                                               .inputPath = mInput,
+                                               .outputPath = mOutput,
+                                               .classID = {},
+                                               .blockSize = 512,
+                                               .json = true}));
+    }
+
+    FixtureModule mFixture{"configurable.vst3"};
+};
+
+TEST_F(VynhostTest, BadInputIsToldInOneLineThatNamesTheFile) {
+    std::string const good = FixturePath("configurable.vst3");
+    std::string const folder = mFolder.Path();
+    std::ofstream(mFolder.Path() / "text.wav") << "no audio at all";
+    std::ofstream(mFolder.Path() / "nothing.wav");
+    WriteClip(mFolder.Path() / "empty.wav", MakeNoise(1, 0));
+    WriteClip(mFolder.Path() / "cut.wav", MakeNoise(1, 5000));
+    fs::resize_file(mFolder.Path() / "cut.wav", 10000);
+    fs::create_directory(mFolder.Path() / "folder.wav");
+    fs::create_directory(mFolder.Path() / "nobundle.vst3");
+    ::mkfifo((mFolder.Path() / "pipe.wav").c_str(), 0600);
+
+    struct Case {
+        int status;
+        char const* key; ///< in the JSON document, and the place of the named argument below
+        std::string module, in, out;
+        std::vector<std::string> more;
+        std::string saying;
+    };
+    std::vector<Case> const cases{
+        {3, "plugin", folder + "/missing.vst3", mInput, mOutput, {}, ""},
+        {3, "plugin", folder + "/nobundle.vst3", mInput, mOutput, {}, ""},
+        {3, "plugin", FixturePath("notaplugin.vst3"), mInput, mOutput, {}, ""},
+        {3, "plugin", FixturePath("othermachine.vst3"), mInput, mOutput, {}, ""},
+        {3, "plugin", FixturePath("nofactory.vst3"), mInput, mOutput, {}, ""},
+        {3, "plugin", FixturePath("moduleentryfails.vst3"), mInput, mOutput, {}, ""},
+        {3, "plugin", good, mInput, mOutput, {"--class", "3:0000"}, "3:"},
+        {2, "plugin", FixturePath("shell.vst3"), mInput, mOutput, {}, "--class: 3:"},
+        {1, "file", good, folder + "/missing.wav", mOutput, {}, "no such file"},
+        {1, "file", good, folder + "/text.wav", mOutput, {}, "no audio file"},
+        {1, "file", good, folder + "/nothing.wav", mOutput, {}, "empty"},
+        {1, "file", good, folder + "/empty.wav", mOutput, {}, "no audio"},
+        {1, "file", good, folder + "/cut.wav", mOutput, {}, "truncated"},
+        {1, "file", good, folder + "/folder.wav", mOutput, {}, "folder"},
+        {1, "file", good, folder + "/pipe.wav", mOutput, {}, "ordinary"},
+        {1, "out", good, mInput, folder + "/missing/out.wav", {}, "folder does not exist"},
+        {1, "out", good, mInput, folder + "/folder.wav", {}, "folder"},
+        {1, "out", good, mInput, folder + "/pipe.wav", {}, "ordinary"},
+        {2, "out", good, mInput, folder + "/folder.wav/../in.wav", {}, "input as well as the output"},
+    };
+    std::set<std::string> const before = Names();
+    for (Case const& one : cases) {
+        bool const byPlugin = one.key == std::string("plugin");
+        std::string const name = byPlugin ? one.module : one.key == std::string("out") ? one.out : one.in;
+        std::vector<std::string> arguments{"render", one.module, "-i", one.in, "-o", one.out};
+        arguments.insert(arguments.end(), one.more.begin(), one.more.end());
+        ProgramResult const plain = RunVynhost(arguments);
+        EXPECT_EQ(plain.status, one.status) << name << plain.err;
+        EXPECT_EQ(plain.out, "");
+        EXPECT_EQ(std::ranges::count(plain.err, '\n'), 1) << plain.err;
+        EXPECT_NE(plain.err.find(name + ": "), std::string::npos) << plain.err;
+        EXPECT_NE(plain.err.find(one.saying), std::string::npos) << plain.err;
+
+        arguments.push_back("--json");
+        ProgramResult const machine = RunVynhost(arguments);
+        EXPECT_EQ(machine.status, one.status);
+        EXPECT_EQ(machine.err, "");
+        json const document = json::parse(machine.out, nullptr, false);
+        EXPECT_TRUE(document.contains("error")) << machine.out;
+        EXPECT_EQ(document.value(byPlugin ? "plugin" : "file", ""), name);
+        EXPECT_EQ(Names(), before) << name;
+    }
+}
+
+TEST_F(VynhostTest, WrongUsageIsStatusTwo) {
+    std::string const module = FixturePath("configurable.vst3");
+    std::vector<std::vector<std::string>> const wrong{
+        {},
+        {"bake"},
+        {"render", module, "-i", mInput},
+        Arguments(module, {"--block-size", "0"}),
+        Arguments(module, {"--block-size", "65537"}),
+        Arguments(module, {"--block-size", "many"}),
+        Arguments(module, {"--loud"}),
+    };
+    for (auto const& arguments : wrong) {
+        ProgramResult const result = RunVynhost(arguments);
+        EXPECT_EQ(result.status, 2) << testing::PrintToString(arguments);
+        EXPECT_EQ(std::ranges::count(result.err, '\n'), 1) << result.err;
+    }
+    EXPECT_TRUE(json::parse(RunVynhost({"render", "--json"}).out, nullptr, false).contains("error"));
+    EXPECT_EQ(RunVynhost({"--version"}).out.rfind("vynhost ", 0), 0U);
+    EXPECT_NE(RunVynhost({"render", "--help"}).out.find("--block-size"), std::string::npos);
+    EXPECT_FALSE(fs::exists(mOutput));
+}
+
+TEST_F(VynhostTest, OutputThatCannotBeWrittenLeavesNothing) {
+    std::string const module = FixturePath("configurable.vst3");
+    ProgramResult const full = RunVynhost(Arguments(module), "ulimit -f 64;");
+    EXPECT_EQ(full.status, 1);
+    EXPECT_NE(full.err.find(mOutput.string() + ": could not be written"), std::string::npos) << full.err;
+    EXPECT_EQ(Names(), std::set<std::string>{"in.wav"});
+    for (char const* const closing : {"exec >&-;", "exec >/dev/full;"})
+        EXPECT_EQ(RunVynhost(Arguments(module, {"--json"}), closing).status, 1) << closing;
+    EXPECT_EQ(ReadClip(mOutput).samples, ReadClip(mInput).samples);
+}
+
+TEST_F(VynhostTest, RelativePathsCountFromTheWorkingFolder) {
+    std::string const module = FixturePath("configurable.vst3");
+    ProgramResult const result =
+        RunVynhost({"render", module, "-i", "in.wav", "-o", "out.wav"}, "cd " + mFolder.Path().string() + ";");
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(ReadClip(mOutput).samples, ReadClip(mInput).samples);
+}
+
+TEST_F(VynhostTest, DocumentHasItsKeysAndTrueFigures) {
+    AudioClip const clip = MakeClip(1, 4800, [](std::size_t i, std::size_t) { return i % 2 ? 0.5F : -0.5F; });
+    WriteClip(mInput, clip);
+    json const document = Render(FixturePath("configurable.vst3"), {"--block-size", "100"});
+    EXPECT_EQ(document.at("id").get<std::string>().rfind("3:", 0), 0U);
+    EXPECT_EQ(document.at("samples"), 4800);
+    EXPECT_EQ(document.at("seconds"), 0.1);
+    for (char const* const key : {"channelsIn", "channelsOut"})
+        EXPECT_EQ(document.at(key), 1);
+    for (char const* const key : {"peakIn", "rmsIn", "peakOut", "rmsOut"})
+        EXPECT_DOUBLE_EQ(document.at(key).get<double>(), 0.5) << key;
+    EXPECT_EQ(document.at("latency"), 0);
+    EXPECT_EQ(document.at("tail"), 0);
+    EXPECT_GT(document.at("timesRealTime").get<double>(), 1.0);
+    EXPECT_EQ(document.at("notes"), json::array());
+    EXPECT_EQ(ReadClip(mOutput).samples, clip.samples);
+}
+
+TEST_F(VynhostTest, ClassIsChosenByItsIDWithOrWithoutTechnology) {
+    ProgramResult const several = RunVynhost(Arguments(FixturePath("shell.vst3")));
+    std::string const list = several.err.substr(several.err.find("--class: ") + 9);
+    std::string const second = list.substr(list.find(", ") + 2, list.size() - list.find(", ") - 3);
+    EXPECT_EQ(Render(FixturePath("shell.vst3"), {"--class", second}).at("id"), second);
+    EXPECT_EQ(Render(FixturePath("shell.vst3"), {"--class", second.substr(2)}).at("id"), second);
+}
+
+TEST_F(RenderCommandTest, LatencyIsCutOffAndTheTailFollows) {
+    FixtureConfiguration configuration;
+    configuration.latency = 700;
+    configuration.delayAudio = true;
+    configuration.tail = 33;
+    json const document = RenderConfigured(configuration);
+    EXPECT_EQ(document.at("latency"), 700);
+    EXPECT_EQ(document.at("tail"), 33);
+    std::vector<float> expected = ReadClip(mInput).samples;
+    expected.resize(expected.size() + 2 * 33);
+    EXPECT_EQ(ReadClip(mOutput).samples, expected);
+}
+
+TEST_F(RenderCommandTest, LatencyThatShowsWhileThePluginWorksIsCompensatedBySecondRendering) {
+    static FixtureExports const* exports;
+    exports = mFixture.operator->();
+    FixtureConfiguration configuration;
+    configuration.delayAudio = true;
+    mFixture.Configure(configuration);
+    mFixture->setSink([](FixtureCall const* call) {
+        if (call->name == std::string_view("setProcessing"))
+            exports->setLatency(300);
+    });
+    json const document = RunConfigured();
+    mFixture->setSink(nullptr);
+    EXPECT_EQ(document.at("latency"), 300);
+    EXPECT_EQ(document.at("notes").size(), 1U) << document;
+    EXPECT_EQ(ReadClip(mOutput).samples, ReadClip(mInput).samples);
+}
+
+TEST_F(RenderCommandTest, PluginThatTakesOtherChannelsIsFittedWithANote) {
+    FixtureConfiguration configuration;
+    configuration.busAnswer = FixtureBusAnswer::MonoOnly;
+    json const document = RenderConfigured(configuration);
+    EXPECT_EQ(document.at("channelsIn"), 2);
+    EXPECT_EQ(document.at("channelsOut"), 1);
+    EXPECT_EQ(document.at("notes"), json::array({"stereo file mixed to mono: the plug-in takes one channel"}));
+    AudioClip const in = ReadClip(mInput);
+    AudioClip const out = ReadClip(mOutput);
+    ASSERT_EQ(out.channels, 1);
+    for (std::size_t frame : {0U, 1000U, 47999U})
+        EXPECT_FLOAT_EQ(out.At(frame, 0), (in.At(frame, 0) + in.At(frame, 1)) / 2);
+}
+
+TEST_F(RenderCommandTest, PluginIsToldOfflineRenderingTransportAndSilentSideChains) {
+    FixtureConfiguration configuration;
+    configuration.SetBuses({FixtureBus::Make(3), FixtureBus::Make(3, u"Side", 1)}, {FixtureBus::Make(3)});
+    RenderConfigured(configuration);
+    auto const& block = mFixture.LastBlock();
+    EXPECT_EQ(mFixture.CallTexts({"setActive"}).front(), "Component.setActive(1)");
+    EXPECT_EQ(block.sampleRate, 48000.0);
+    EXPECT_EQ(block.tempo, 120.0);
+    EXPECT_EQ(block.projectTimeSamples, 48000 / 512 * 512);
+    EXPECT_DOUBLE_EQ(block.projectTimeMusic, 47616.0 / 24000.0);
+    EXPECT_NE(block.state & 2U, 0U);
+    EXPECT_EQ(block.inputs.silence[0], 0U);
+    EXPECT_EQ(block.inputs.silence[1], 3U);
+    EXPECT_EQ(block.numSamples, 48000 % 512);
+}
+
+TEST_F(RenderCommandTest, PluginThatCannotBeMadeOrDoesNotProcessLeavesNoFile) {
+    auto const statusOf = [this](FixtureConfiguration const& configuration) {
+        try {
+            RenderConfigured(configuration);
+        } catch (vynhost::CommandError const& error) {
+            EXPECT_EQ(error.GetName(), mFixture.GetPath());
+            return error.GetStatus();
+        }
+        return vynhost::ExitStatus::kSuccess;
+    };
+    for (FixtureFault const fault : {FixtureFault::NullFactory, FixtureFault::ComponentCreationFails,
+                                     FixtureFault::ComponentInitializeFails, FixtureFault::NoAudioProcessor})
+        EXPECT_EQ(statusOf(FixtureConfiguration().Fail(fault)), vynhost::ExitStatus::kPluginRefused);
+    FixtureConfiguration throwsOnce = FixtureConfiguration().Fail(FixtureFault::ProcessThrowsInt);
+    throwsOnce.processFaultAt = 3;
+    EXPECT_EQ(statusOf(throwsOnce), vynhost::ExitStatus::kWorkFailed);
+    EXPECT_EQ(Names(), std::set<std::string>{"in.wav"});
+    EXPECT_EQ(mFixture->liveObjects(), 0);
+}
+
+TEST_F(VynhostTest, RealPluginsRenderWithoutNaNAndTheSameAgain) {
+    std::set<fs::path> modules;
+    if (fs::exists(kRealPlugins / "ZamVerb.vst3"))
+        for (auto const& entry : fs::directory_iterator(kRealPlugins))
+            if (entry.path().filename().string().starts_with("Za"))
+                modules.insert(entry.path());
+    if (modules.empty())
+        GTEST_SKIP() << "the package zam-plugins is not installed";
+    for (fs::path const& module : modules) {
+        json const first = Render(module);
+        AudioClip const clip = ReadClip(mOutput);
+        EXPECT_TRUE(std::ranges::all_of(clip.samples, [](float s) { return std::isfinite(s); })) << module;
+        for (auto const& note : first.at("notes"))
+            EXPECT_EQ(note.get<std::string>().find("finite"), std::string::npos) << module;
+        EXPECT_EQ(clip.FrameCount(), 48000U);
+        Render(module);
+        EXPECT_EQ(ReadClip(mOutput).samples, clip.samples) << module;
+    }
+}
+
+TEST_F(VynhostTest, RealPluginWithLatencyStaysInStep) {
+    if (!fs::exists(kRealPlugins / "ZaMaximX2.vst3"))
+        GTEST_SKIP() << "the package zam-plugins is not installed";
+    // A limiter: a single loud sample comes out loudest where it went in.
+    WriteClip(mInput, MakeClip(2, 9600, [](std::size_t i, std::size_t) { return i == 4000 ? 0.9F : 0.0F; }));
+    EXPECT_EQ(Render(kRealPlugins / "ZaMaximX2.vst3").at("latency"), 480);
+    AudioClip const out = ReadClip(mOutput);
+    auto const loudest = std::ranges::max_element(out.samples, {}, [](float s) { return std::abs(s); });
+    EXPECT_EQ(std::distance(out.samples.begin(), loudest) / 2, 4000);
+    EXPECT_EQ(out.FrameCount(), 9600U);
+}
+
+TEST_F(VynhostTest, BlockSizeDoesNotShowInTheResult) {
+    std::string const module = FixturePath("configurable.vst3");
+    for (char const* const blockSize : {"1", "63", "1024", "65536"}) {
+        Render(module, {"--block-size", blockSize});
+        EXPECT_EQ(ReadClip(mOutput).samples, ReadClip(mInput).samples) << blockSize;
+    }
+}
+
+} // namespace

@@ -1,0 +1,259 @@
+#include "vynaudiofilterhost/AudioFilter.h"
+#include "support/NoAllocationScope.h"
+#include "vynaudiofilterhost/MainThread.h"
+#include "vynaudiofilterhost/ModuleUITimer.h"
+#include "vyncore/threads/MainThreadCalls.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <chrono>
+#include <functional>
+#include <thread>
+#include <vector>
+
+namespace {
+
+using namespace vynaudiofilterhost;
+using testing::ElementsAre;
+using vynmediatypes::AudioBusDescription;
+
+AudioFilter::Buses StereoBuses() {
+    return {AudioBusDescription::CreateStereo(u"Main", AudioBusDescription::kTypeMain)};
+}
+
+/// Answers every bus request as told and keeps what it is given.
+class FakeFilter : public AudioFilter {
+public:
+    FakeFilter() : AudioFilter(u"fake", u"Fake") {}
+    ~FakeFilter() override {
+        if (onDestruction)
+            onDestruction();
+    }
+
+    void Process(float** in, float**, int, ChannelFlags inFlags, ChannelFlags& outFlags) override {
+        inputs.assign(in, in + GetNumberOfInputChannels());
+        flags = inFlags;
+        outFlags.Set(1);
+    }
+
+    void RequestIOConfiguration(Layouts const& in, Layouts const& out) override {
+        ++requests;
+        ClearBusConfiguration();
+        if (refuse && requests == 1)
+            return;
+        for (auto const& layout : in)
+            AddInputBus(AudioBusDescription(u"In", layout, AudioBusDescription::kTypeMain));
+        for (auto const& layout : out)
+            AddOutputBus(AudioBusDescription(u"Out", layout, AudioBusDescription::kTypeMain));
+    }
+
+    void SetParameter(int index, float newValue) override {
+        AudioFilter::SetParameter(index, newValue);
+        value = newValue;
+    }
+
+    void OnUITimerTick() override {
+        ++ticks;
+        AudioFilter::OnUITimerTick();
+    }
+
+    using AudioFilter::IsChannelFormatSupported;
+    using AudioFilter::PostSetParameter;
+    using AudioFilter::SendLatencyChanged;
+
+    std::function<void()> onDestruction;
+    std::vector<float*> inputs;
+    ChannelFlags flags;
+    float value = 0.0f;
+    int requests = 0;
+    int ticks = 0;
+    bool refuse = false;
+};
+
+class AudioFilterTest : public testing::Test {
+protected:
+    void SetUp() override { SetMainThreadToCurrentThread(); }
+
+    void MakeStereoAndResume() {
+        mFilter->SetBlockSize(64);
+        mFilter->RequestBusConfiguration(StereoBuses(), StereoBuses());
+        mFilter->Resume();
+    }
+
+    boost::intrusive_ptr<FakeFilter> mFilter{new FakeFilter};
+};
+
+TEST_F(AudioFilterTest, StartsSuspendedAndAnswersWithTheDefaults) {
+    AudioFilter filter(u"id", u"name");
+    EXPECT_TRUE(filter.IsSuspended());
+    EXPECT_EQ(filter.GetRenderingContext(), kRenderingContextRealTime);
+    EXPECT_EQ(filter.GetMaxProcessingBlockSize(), 2147483647);
+    EXPECT_TRUE(filter.RequiresSymmetricIO());
+    filter.SetCurrentDuration(7.0);
+    EXPECT_EQ(filter.GetProcessedDuration(), 7.0);
+    EXPECT_EQ(filter.GetOriginalPosition(3.5), 3.5);
+    EXPECT_EQ(filter.GetProcessedScale(), 1.0);
+    float sample = 0.25f;
+    float* channels[] = {&sample};
+    ChannelFlags outFlags;
+    filter.Process(channels, channels, 1, ChannelFlags(), outFlags);
+    EXPECT_EQ(outFlags.GetBits(), ~std::uint64_t{0});
+    EXPECT_EQ(sample, 0.25f);
+}
+
+TEST_F(AudioFilterTest, SilentChannelsReachTheFilterAsSilence) {
+    MakeStereoAndResume();
+    std::array<float, 64> noise;
+    noise.fill(1.0f);
+    float* in[] = {noise.data(), noise.data()};
+    float* out[] = {noise.data(), noise.data()};
+    ChannelFlags inFlags;
+    inFlags.Set(1);
+    ChannelFlags outFlags;
+    {
+        mFilter->inputs.reserve(2);
+        vyntest::NoAllocationScope const guard;
+        mFilter->ProcessWithMapping(in, out, 64, inFlags, outFlags);
+    }
+    EXPECT_EQ(mFilter->inputs[0], noise.data());
+    EXPECT_NE(mFilter->inputs[1], noise.data());
+    EXPECT_THAT(std::vector(mFilter->inputs[1], mFilter->inputs[1] + 64), testing::Each(0.0f));
+    EXPECT_EQ(mFilter->flags.GetBits(), ~std::uint64_t{1});
+    EXPECT_EQ(outFlags.GetBits(), 2u);
+    mFilter->Suspend();
+}
+
+TEST_F(AudioFilterTest, PostedValueWaitsForTheNextBlockOnlyWhileTheFilterRuns) {
+    mFilter->PostSetParameter(0, 0.25f);
+    EXPECT_EQ(mFilter->value, 0.25f);
+    MakeStereoAndResume();
+    mFilter->PostSetParameter(0, 0.75f);
+    EXPECT_EQ(mFilter->value, 0.25f);
+    std::array<float, 64> buffer{};
+    float* channels[] = {buffer.data(), buffer.data()};
+    ChannelFlags outFlags;
+    mFilter->ProcessWithMapping(channels, channels, 64, ChannelFlags(), outFlags);
+    EXPECT_EQ(mFilter->value, 0.75f);
+    EXPECT_EQ(mFilter->GetReferenceCount(), 2); // the finished message holds one until it is purged
+    mFilter->Suspend();
+    EXPECT_EQ(mFilter->GetReferenceCount(), 1);
+    EXPECT_EQ(mFilter->GetParameterDirtyCount(), 2);
+}
+
+TEST_F(AudioFilterTest, TickMayEndTheFilterWithItsLastMessage) {
+    MakeStereoAndResume();
+    bool gone = false;
+    mFilter->onDestruction = [&gone] { gone = true; };
+    mFilter->PostSetParameter(0, 0.5f);
+    float* channels[] = {nullptr, nullptr};
+    ChannelFlags outFlags;
+    mFilter->ProcessWithMapping(channels, channels, 0, ChannelFlags(), outFlags);
+    mFilter.reset();
+    EXPECT_FALSE(gone);
+    auto const limit = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    while (!gone && std::chrono::steady_clock::now() < limit)
+        vyncore::threads::RunDueCalls();
+    EXPECT_TRUE(gone);
+}
+
+TEST_F(AudioFilterTest, SuspendedStateIsAnnouncedAfterTheQueueIsFlushed) {
+    std::vector<bool> states;
+    mFilter->ConnectSuspendedStateChanged([&](bool suspended) {
+        EXPECT_EQ(mFilter->IsSuspended(), suspended);
+        states.push_back(suspended);
+    });
+    MakeStereoAndResume();
+    mFilter->Suspend();
+    EXPECT_THAT(states, ElementsAre(false, true));
+}
+
+TEST_F(AudioFilterTest, TimerReferencesAreTakenAndGivenBackInAnyOrder) {
+    mFilter->EditorDetached();
+    mFilter->EditorAttached();
+    EXPECT_EQ(mFilter->ticks, 1);
+    mFilter->EditorAttached();
+    EXPECT_EQ(mFilter->ticks, 1);
+    mFilter->EditorDetached();
+    ModuleUITimer::GetInstance();
+    mFilter->Resume();
+    mFilter->Suspend();
+    EXPECT_EQ(mFilter->ticks, 1); // the editor's reference held the connection all the time
+    mFilter->Suspend();           // lowers the count of the editor that is still open
+    mFilter->Resume();
+    EXPECT_EQ(mFilter->ticks, 2);
+    mFilter->Suspend();
+    std::thread([this] { mFilter->Resume(); }).join();
+    EXPECT_EQ(mFilter->ticks, 2);
+    mFilter->Suspend();
+}
+
+TEST_F(AudioFilterTest, RefusedBusRequestBringsTheFormerBusesBackUnheard) {
+    mFilter->RequestBusConfiguration(StereoBuses(), StereoBuses());
+    int changes = 0;
+    mFilter->ConnectBusConfigurationChanged([&] { ++changes; });
+    auto const before = mFilter->GetInputBuses();
+    mFilter->refuse = true;
+    mFilter->requests = 0;
+    mFilter->RequestBusConfiguration({}, StereoBuses());
+    EXPECT_EQ(mFilter->requests, 2);
+    EXPECT_EQ(mFilter->GetInputBuses(), before);
+    EXPECT_EQ(changes, 0);
+    mFilter->RequestBusConfiguration({AudioBusDescription::CreateMono(u"", AudioBusDescription::kTypeMain)}, {});
+    EXPECT_EQ(changes, 1);
+    EXPECT_EQ(mFilter->GetNumberOfInputChannels(), 1);
+}
+
+TEST_F(AudioFilterTest, ChannelFormatCountsChannelsAndNotLabels) {
+    EXPECT_TRUE(mFilter->IsChannelFormatSupported(vynmediatypes::CreateStereoChannelLayout()));
+    EXPECT_FALSE(mFilter->IsChannelFormatSupported({}));
+    EXPECT_FALSE(mFilter->CanUseSideChaining());
+}
+
+TEST_F(AudioFilterTest, TargetBusesAreAnnouncedWhenTheyChange) {
+    int changes = 0;
+    mFilter->ConnectTargetFormatChanged([&] { ++changes; });
+    mFilter->SetSideChainTargetBus(mFilter->GetSideChainTargetBus());
+    EXPECT_EQ(changes, 0);
+    mFilter->SetSideChainTargetBus(AudioBusDescription::CreateMono(u"", AudioBusDescription::kTypeSideChain));
+    EXPECT_EQ(changes, 1);
+    EXPECT_EQ(mFilter->GetSideChainTargetBusChannelCount(), 1u);
+    mFilter->SetMainTargetBus(mFilter->GetMainTargetBus());
+    EXPECT_EQ(changes, 2);
+}
+
+TEST_F(AudioFilterTest, GesturesFireOnceAndPassNegativeIndicesThrough) {
+    std::vector<std::pair<int, bool>> heard;
+    mFilter->ConnectEditingStateChange([&](int index, bool editing) { heard.emplace_back(index, editing); });
+    mFilter->EndEditing(3);
+    mFilter->BeginEditing(2);
+    mFilter->BeginEditing(2);
+    EXPECT_TRUE(mFilter->IsEditing(2));
+    mFilter->EndEditing(2);
+    mFilter->BeginEditing(-1);
+    mFilter->BeginEditing(-1);
+    EXPECT_FALSE(mFilter->IsEditing(-1));
+    EXPECT_THAT(heard, ElementsAre(std::pair(2, true), std::pair(2, false), std::pair(-1, true), std::pair(-1, true)));
+}
+
+TEST_F(AudioFilterTest, LatencyIsAnnouncedOnTheMainThreadAlone) {
+    int heard = 0;
+    mFilter->ConnectLatencyChanged([&] { ++heard; });
+    std::thread([this] { mFilter->SendLatencyChanged(); }).join();
+    EXPECT_EQ(heard, 0);
+    mFilter->SendLatencyChanged();
+    EXPECT_EQ(heard, 1);
+}
+
+TEST_F(AudioFilterTest, SettingsThatCannotBeLoadedStillAnnounceThePreset) {
+    int heard = 0;
+    mFilter->ConnectPresetChanged([&] { heard += mFilter->IsLoadingSettings() ? 100 : 1; });
+    mFilter->StartLoadingSettings();
+    EXPECT_TRUE(mFilter->IsLoadingSettings());
+    mFilter->FinishLoadingSettings(true);
+    EXPECT_EQ(heard, 1);
+    EXPECT_EQ(AudioFilter::Clone(mFilter), nullptr);
+}
+
+} // namespace

@@ -1,0 +1,198 @@
+#include "vynaudiofilterhost/ProcessMessageHandler.h"
+#include "support/NoAllocationScope.h"
+#include "vynaudiofilterhost/MainThread.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <thread>
+#include <vector>
+
+namespace {
+
+using namespace vynaudiofilterhost;
+
+/// Writes its turns into a log: +number on the process side, -number on the main side.
+class LoggingMessage : public Message {
+public:
+    LoggingMessage(std::vector<int>& log, int number, std::vector<bool> process = {}, std::vector<bool> main = {})
+        : mLog(log), mNumber(number), mProcess(std::move(process)), mMain(std::move(main)) {}
+
+    bool ExecuteOnProcessThread() override { return Turn(mNumber, mProcess); }
+
+    bool ExecuteOnMainThread() override {
+        if (onMain)
+            onMain();
+        return Turn(-mNumber, mMain);
+    }
+
+    std::function<void()> onMain;
+
+private:
+    // Answers with the results given, in order, and with true once they have run out.
+    bool Turn(int entry, std::vector<bool>& results) {
+        mLog.push_back(entry);
+        if (results.empty())
+            return true;
+        bool const result = results.front();
+        results.erase(results.begin());
+        return result;
+    }
+
+    std::vector<int>& mLog;
+    int mNumber;
+    std::vector<bool> mProcess;
+    std::vector<bool> mMain;
+};
+
+class ProcessMessageHandlerTest : public testing::Test {
+protected:
+    void SetUp() override { SetMainThreadToCurrentThread(); }
+
+    void Post(int number, std::vector<bool> process = {}, std::vector<bool> main = {}) {
+        mHandler.Post(new LoggingMessage(mLog, number, std::move(process), std::move(main)));
+    }
+
+    std::vector<int> mLog;
+    ProcessMessageHandler mHandler;
+};
+
+TEST_F(ProcessMessageHandlerTest, RingHoldsThirtyTwoMessagesAndTheRestFollowsInOrder) {
+    mHandler.SetProcessing(true);
+    std::vector<int> expected;
+    for (int number = 1; number <= 70; ++number) {
+        Post(number);
+        expected.push_back(number);
+    }
+    mHandler.PumpFromProcessThread();
+    EXPECT_EQ(mLog.size(), 32u);
+    mHandler.PumpFromMainThread();
+    mHandler.PumpFromProcessThread();
+    EXPECT_EQ(mLog.size(), 64u);
+    mHandler.PumpFromMainThread();
+    mHandler.PumpFromProcessThread();
+    EXPECT_EQ(mLog, expected);
+}
+
+TEST_F(ProcessMessageHandlerTest, MessageGoesToAndFroUntilItIsFinished) {
+    mHandler.SetProcessing(true);
+    Post(1, {false, false}, {false, true});
+    mHandler.PumpFromProcessThread();
+    EXPECT_EQ(mLog, (std::vector{1}));
+    mHandler.PumpFromMainThread(); // refuses: back to the process side with the next transfer
+    EXPECT_EQ(mLog, (std::vector{1, -1}));
+    mHandler.PumpFromProcessThread();
+    EXPECT_EQ(mLog, (std::vector{1, -1}));
+    mHandler.PumpFromMainThread();
+    mHandler.PumpFromProcessThread();
+    EXPECT_EQ(mLog, (std::vector{1, -1, 1}));
+    mHandler.PumpFromMainThread();
+    mHandler.PumpFromMainThread();
+    EXPECT_EQ(mLog, (std::vector{1, -1, 1, -1}));
+}
+
+TEST_F(ProcessMessageHandlerTest, ReturningMessageKeepsItsPlaceInLine) {
+    mHandler.SetProcessing(true);
+    Post(1, {false}, {false});
+    mHandler.PumpFromProcessThread();
+    for (int number = 2; number <= 40; ++number)
+        Post(number);
+    mHandler.PumpFromMainThread(); // 1 comes back, the ring is full with 2 to 33
+    mHandler.PumpFromProcessThread();
+    mLog.clear();
+    mHandler.PumpFromMainThread();
+    mHandler.PumpFromProcessThread();
+    EXPECT_EQ(mLog, (std::vector{1, 34, 35, 36, 37, 38, 39, 40}));
+}
+
+TEST_F(ProcessMessageHandlerTest, MainThreadRunsBothSidesWhenNothingProcesses) {
+    Post(1, {false});
+    mHandler.FlushMessageQueue();
+    EXPECT_EQ(mLog, (std::vector{1, -1}));
+}
+
+TEST_F(ProcessMessageHandlerTest, FinishedMessageStaysAsLongAsSomebodyElseHoldsIt) {
+    boost::intrusive_ptr<LoggingMessage> message(new LoggingMessage(mLog, 1));
+    mHandler.Post(message);
+    mHandler.PumpFromMainThread();
+    EXPECT_EQ(message->GetReferenceCount(), 2);
+    // The poster's and the list's: once the poster lets go, the next pump purges it.
+    boost::intrusive_ptr<LoggingMessage> witness = message;
+    message.reset();
+    mHandler.PumpFromMainThread();
+    EXPECT_EQ(witness->GetReferenceCount(), 2);
+    LoggingMessage* const bare = witness.get();
+    bool gone = false;
+    bare->onMain = [keep = std::shared_ptr<void>(nullptr, [&gone](void*) { gone = true; })] {};
+    witness.reset();
+    EXPECT_FALSE(gone);
+    mHandler.PumpFromMainThread();
+    EXPECT_TRUE(gone);
+}
+
+TEST_F(ProcessMessageHandlerTest, MessageThatPostsFromItsMainSideIsNotRunTwice) {
+    boost::intrusive_ptr<LoggingMessage> first(new LoggingMessage(mLog, 1, {false}));
+    first->onMain = [this] {
+        Post(2, {false});
+        mHandler.FlushMessageQueue();
+    };
+    mHandler.Post(first);
+    first.reset();
+    mHandler.FlushMessageQueue();
+    EXPECT_EQ(mLog, (std::vector{1, 2, -1, -2}));
+}
+
+TEST_F(ProcessMessageHandlerTest, OtherThreadPumpsTheProcessSideAlone) {
+    mHandler.SetProcessing(true);
+    Post(1, {false});
+    std::thread([this] {
+        vyntest::NoAllocationScope const guard;
+        mHandler.FlushMessageQueue();
+    }).join();
+    EXPECT_EQ(mLog, (std::vector{1}));
+}
+
+/// Counts on both sides without allocating.
+class CountingMessage : public Message {
+public:
+    CountingMessage(int& process, int& main) : mProcess(process), mMain(main) {}
+    bool ExecuteOnProcessThread() override { return ++mProcess % 2 == 0; }
+    bool ExecuteOnMainThread() override { return ++mMain > 0; }
+
+private:
+    int& mProcess;
+    int& mMain;
+};
+
+// The two threads race for the ring, the states and the last references; meant for the thread sanitizer as well.
+TEST_F(ProcessMessageHandlerTest, TenMillionMessagesPassBetweenTwoThreads) {
+    constexpr int kMessages = 10'000'000;
+    int processed = 0;
+    int returned = 0;
+    std::atomic<bool> done{false};
+    mHandler.SetProcessing(true);
+    std::thread render([&] {
+        while (!done.load(std::memory_order_acquire))
+            mHandler.PumpFromProcessThread();
+        vyntest::NoAllocationScope const guard;
+        mHandler.PumpFromProcessThread();
+    });
+    for (int number = 0; number < kMessages; ++number) {
+        mHandler.Post(new CountingMessage(processed, returned));
+        if (number % 16 == 0)
+            mHandler.PumpFromMainThread();
+        // Leaves the ring to the other side: with one processor the list would only grow.
+        if (number % 1024 == 0)
+            std::this_thread::yield();
+    }
+    done.store(true, std::memory_order_release);
+    render.join();
+    mHandler.SetProcessing(false);
+    for (int pass = 0; pass < kMessages / 32 && processed < kMessages; ++pass)
+        mHandler.PumpFromMainThread();
+    mHandler.PumpFromMainThread();
+    EXPECT_EQ(processed, kMessages);
+    EXPECT_EQ(returned, kMessages / 2);
+}
+
+} // namespace

@@ -1,0 +1,96 @@
+#include "FilterFixture.h"
+
+#include "support/NoAllocationScope.h"
+
+namespace {
+
+using namespace vynaudiofilterhost;
+using namespace vynfixtures;
+using testing::ElementsAre;
+using vynmediatypes::AudioBusDescription;
+using vyntest::Block;
+
+using FilterBusesTest = vyntest::FilterTest;
+
+constexpr std::uint64_t kMono = 0x80000;
+constexpr std::uint64_t kAmbisonicThirdOrder = 0x3FFC000F00000;
+
+AudioFilter::Buses Buses(std::initializer_list<int> channelCounts) {
+    AudioFilter::Buses buses;
+    for (int const channels : channelCounts)
+        buses.emplace_back(u"", vynmediatypes::AudioChannelLayout(static_cast<std::size_t>(channels)),
+                           AudioBusDescription::kTypeMain);
+    return buses;
+}
+
+TEST_F(FilterBusesTest, BusesAreReadWithNamesTypesAndLayouts) {
+    FixtureConfiguration configuration;
+    configuration.SetBuses({FixtureBus::Make(kMono), FixtureBus::Make(0), FixtureBus::Make(3, u"Key", 1)},
+                           {FixtureBus::Make(0x3F, u"Surround")});
+    configuration.eventInputCount = 1;
+    Open(configuration);
+    ASSERT_EQ(filter->GetInputBuses().size(), 2u);
+    EXPECT_EQ(filter->GetInputBuses()[0].GetName(), u"Mono");
+    EXPECT_EQ(filter->GetInputBuses()[1].GetName(), u"Key");
+    EXPECT_EQ(filter->GetInputBuses()[1].GetType(), AudioBusDescription::kTypeSideChain);
+    EXPECT_TRUE(filter->CanUseSideChaining());
+    EXPECT_EQ(filter->GetOutputBuses()[0].GetChannelCount(), 6);
+}
+
+TEST_F(FilterBusesTest, RequestsAreAnsweredByWhatThePluginThenSays) {
+    struct Case {
+        FixtureBusAnswer answer;
+        int requested;
+        int answered;
+        bool sent;
+    };
+    for (Case const& row :
+         {Case{FixtureBusAnswer::Accept, 1, 1, true}, Case{FixtureBusAnswer::Accept, 6, 6, true},
+          Case{FixtureBusAnswer::Refuse, 1, 2, true}, Case{FixtureBusAnswer::MonoOnly, 2, 1, true},
+          Case{FixtureBusAnswer::AcceptNothing, 6, 2, true}, Case{FixtureBusAnswer::Accept, 3, 2, false}}) {
+        FixtureConfiguration configuration;
+        configuration.busAnswer = row.answer;
+        Open(configuration);
+        fixture->ClearCalls();
+        filter->RequestBusConfiguration(Buses({row.requested}), Buses({row.requested}));
+        EXPECT_EQ(filter->GetNumberOfOutputChannels(), row.answered);
+        EXPECT_EQ(filter->GetNumberOfInputChannels(), row.answered);
+        EXPECT_EQ(fixture->CountCalls("setBusArrangements"), row.sent ? 1 : 0);
+    }
+}
+
+// What a plug-in has and the filter doesn't show reads silence and writes where nobody reads; nothing moves up.
+TEST_F(FilterBusesTest, PluginGetsAllTheChannelsThatItCounts) {
+    FixtureConfiguration configuration;
+    configuration.silenceFlags = false;
+    FixtureBus unreadable = FixtureBus::Make(3, u"Unreadable");
+    unreadable.arrangementFails = true;
+    configuration.SetBuses({unreadable, FixtureBus::Make(kAmbisonicThirdOrder), FixtureBus::Make(kMono)},
+                           {FixtureBus::Make(0x8000000000000003), unreadable, FixtureBus::Make(3)});
+    SetFixtureText(configuration.sdkVersion, std::string_view("VST 3.6.7"));
+    Open(configuration);
+    ASSERT_TRUE(filter);
+    EXPECT_EQ(filter->GetNumberOfInputChannels(), 4 + 1);
+    EXPECT_EQ(filter->GetNumberOfOutputChannels(), 2 + 2);
+    Resume(64);
+    Block in(5, 64), out(4, 64);
+    {
+        vyntest::NoAllocationScope const guard;
+        Render(in, out, 64);
+    }
+    FixtureBlock const& seen = fixture->LastBlock();
+    EXPECT_EQ(seen.inputs.count, 3);
+    EXPECT_THAT(std::vector(seen.inputs.channels, seen.inputs.channels + 3), ElementsAre(2, 16, 1));
+    EXPECT_THAT(std::vector(seen.outputs.channels, seen.outputs.channels + 3), ElementsAre(3, 2, 2));
+    for (int channel = 0; channel < 19; ++channel)
+        ASSERT_NE(seen.inputs.buffers[channel], nullptr) << channel;
+    EXPECT_EQ(seen.inputs.buffers[2], in[0].data());
+    EXPECT_EQ(seen.inputs.buffers[18], in[4].data());
+    EXPECT_EQ(seen.inputs.buffers[6][63], 0.0f);
+    EXPECT_EQ(seen.inputs.silence[0], 3u);
+    EXPECT_EQ(seen.inputs.silence[1], 0xFFF0u);
+    EXPECT_EQ(seen.outputs.buffers[5], out[2].data());
+    filter->Suspend();
+}
+
+} // namespace
