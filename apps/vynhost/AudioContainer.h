@@ -14,7 +14,8 @@ struct Shortfall {
 
 /// Holds the header of an audio file (WAV, RF64, W64, AIFF, AU, CAF) against what is there. Readers of audio files
 /// quietly make do with the rest of a truncated file; this is how it shows. Empty when nothing is missing, when the
-/// header leaves the length open, or when the file is of another kind. [any-thread]
+/// header leaves the length open, or when the file is of another kind.
+/// [any-thread]
 std::optional<Shortfall> FindShortfall(std::string const& path);
 
 } // namespace vynhost

@@ -63,8 +63,9 @@ public:
     int GetOutputChannels() const noexcept { return mMainOutput.channels; }
 
     /// Renders everything on the calling thread, which is the process thread meanwhile, and runs the main thread's
-    /// calls between blocks. Throws std::runtime_error when the filter doesn't do the work, and whatever source and
-    /// sink throw. [main-thread]
+    /// calls between blocks. Throws std::runtime_error when the filter doesn't do the work, and what source and sink
+    /// throw.
+    /// [main-thread]
     RenderOutcome Run(Source const& source, Sink const& sink);
 
 private:

@@ -15,7 +15,8 @@ struct RenderRequest {
 };
 
 /// Sends an audio file through a plug-in into a WAV file, and returns the report to be printed. Throws CommandError;
-/// then the output file is as it was before. [main-thread]
+/// then the output file is as it was before.
+/// [main-thread]
 std::string RunRender(RenderRequest const& request);
 
 } // namespace vynhost

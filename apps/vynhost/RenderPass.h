@@ -19,6 +19,7 @@ namespace vynhost {
 /// Life: made, which opens the files and sets the filter up; Run; Finish.
 class RenderPass {
 public:
+    /// @param request  must outlive the object
     /// @param filter   new and suspended
     /// @param latency  compensates this latency in samples; empty: what the filter says
     /// Throws what AudioFileReader, OfflineRenderer, AudioFileWriter and the plug-in throw.

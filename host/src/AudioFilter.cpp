@@ -72,7 +72,7 @@ double AudioFilter::GetCurrentDuration() const {
 }
 
 double AudioFilter::GetProcessedDuration() const {
-    return GetCurrentDuration();
+    return mCurrentDuration;
 }
 
 double AudioFilter::GetOriginalPosition(double processedPosition) const {
@@ -115,12 +115,28 @@ void AudioFilter::Suspend() {
 
 void AudioFilter::Resume() {
     FlushMessageQueue();
-    mMessageHandler.SetProcessing(true);
-    if (CurrentThreadIDIsMainThreadID())
-        AddTimerRef();
-    mSuspended.store(false, std::memory_order_relaxed);
-    BuildChannelMaps();
+    StartProcessing();
     mSuspendedStateChanged(false);
+}
+
+void AudioFilter::StartProcessing() {
+    bool timerTaken = false;
+    try {
+        mMessageHandler.SetProcessing(true);
+        if (CurrentThreadIDIsMainThreadID()) {
+            AddTimerRef();
+            timerTaken = true;
+        }
+        mSuspended.store(false, std::memory_order_relaxed);
+        BuildChannelMaps();
+    } catch (...) {
+        // Out of memory, or a plug-in that threw from the first tick: the filter is as suspended as it was.
+        mMessageHandler.SetProcessing(false);
+        mSuspended.store(true, std::memory_order_relaxed);
+        if (timerTaken)
+            ReleaseTimerRef();
+        throw;
+    }
 }
 
 void AudioFilter::SetRenderingContext(RenderingContext context) {
@@ -149,7 +165,7 @@ boost::intrusive_ptr<AudioFilter> AudioFilter::Clone() const {
     return nullptr;
 }
 
-boost::intrusive_ptr<AudioFilter> AudioFilter::Clone(boost::intrusive_ptr<AudioFilter> const& filter) {
+boost::intrusive_ptr<AudioFilter> AudioFilter::Clone(boost::intrusive_ptr<AudioFilter> filter) {
     filter->FlushMessageQueue();
     AudioFilter const& original = *filter;
     return original.Clone();
@@ -205,11 +221,21 @@ void AudioFilter::EditorDetached() {
 void AudioFilter::AddTimerRef() {
     if (++mUITimerReferenceCount != 1)
         return;
-    mUITimerConnection = ModuleUITimer::GetInstance().ConnectTick([this] {
-        // A tick may finish the message that holds the last reference but this one.
-        boost::intrusive_ptr<AudioFilter> const alive(this);
+    try {
+        mUITimerConnection = ModuleUITimer::GetInstance().ConnectTick([this] { Tick(); });
         OnUITimerTick();
-    });
+    } catch (...) {
+        ReleaseTimerRef();
+        throw;
+    }
+}
+
+void AudioFilter::Tick() {
+    // On its way out: a plug-in's teardown may run the main thread's calls from within.
+    if (GetReferenceCount() == 0)
+        return;
+    // A tick may finish the message that holds the last reference but this one.
+    boost::intrusive_ptr<AudioFilter> const alive(this);
     OnUITimerTick();
 }
 

@@ -19,6 +19,7 @@
 #include <atomic>
 #include <cstdint>
 #include <list>
+#include <mutex>
 #include <utility>
 #include <vector>
 
@@ -72,16 +73,20 @@ public:
     AudioFilter& operator=(AudioFilter const&) = delete;
     ~AudioFilter() override;
 
-    /// Stores where the filter asks for transport; not owned, null for none. [main-thread & suspended]
+    /// Stores where the filter asks for transport; not owned, null for none.
+    /// [main-thread & suspended]
     virtual void SetAudioFilterHost(IAudioFilterHost* host);
-    /// Stores the sample rate in hertz; rendering follows with the next Resume. [main-thread & suspended]
+    /// Stores the sample rate in hertz; rendering follows with the next Resume.
+    /// [main-thread & suspended]
     virtual void SetSampleRate(float sampleRate);
     /// Stores the largest block in samples; the buffers for rendering follow with the next Resume.
     /// [main-thread & suspended]
     virtual void SetBlockSize(int blockSize);
-    /// The largest number of samples that the effect itself is given at once. [any-thread]
+    /// The largest number of samples that the effect itself is given at once.
+    /// [any-thread]
     virtual int GetMaxProcessingBlockSize() const;
-    /// Tells the position of the next block, in samples. [process-thread | main-thread & suspended]
+    /// Tells the position of the next block, in samples.
+    /// [process-thread | main-thread & suspended]
     virtual void SetCurrentOffset(std::int64_t offset);
 
     /// The filter's own work on one block, called by ProcessWithMapping.
@@ -94,33 +99,41 @@ public:
     virtual void Process(float** in, float** out, int numSamples, ChannelFlags inFlags, ChannelFlags& outFlags);
 
     /// The entry point of the render thread: runs waiting messages, keeps the filter from reading channels that the
-    /// caller declares silent, and calls Process. Arguments as for Process. [process-thread]
+    /// caller declares silent, and calls Process. Arguments as for Process.
+    /// [process-thread]
     virtual void ProcessWithMapping(float** in, float** out, int numSamples, ChannelFlags inFlags,
                                     ChannelFlags& outFlags);
 
-    /// What kind of effect it is; all false by default. [any-thread]
+    /// What kind of effect it is; all false by default.
+    /// [any-thread]
     virtual bool IsOfflineProcess() const;
     virtual bool IsGenerator() const;
     virtual bool CanChangeDuration() const;
 
-    /// Selection and duration in samples, for effects that work on a stretch of audio. [main-thread]
+    /// Selection and duration in samples, for effects that work on a stretch of audio.
+    /// [main-thread]
     virtual void SetSelectionLeft(double position);
     virtual double GetSelectionLeft() const;
     virtual void SetCurrentDuration(double duration);
     virtual double GetCurrentDuration() const;
     virtual double GetProcessedDuration() const;
-    /// Translate a position between the original and the processed audio; the same by default. [main-thread]
+    /// Translate a position between the original and the processed audio; the same by default.
+    /// [main-thread]
     virtual double GetOriginalPosition(double processedPosition) const;
     virtual double GetProcessedPosition(double originalPosition) const;
     virtual double GetProcessedScale() const;
-    /// Processes off line, returns the samples made; 0 by default. [main-thread]
+    /// Processes off line, returns the samples made; 0 by default.
+    /// [main-thread]
     virtual int OfflineProcess(float** in, float** out, int numInSamples, int numOutSamples, int numChannels);
-    /// Samples of sound after the input has ended. [main-thread]
+    /// Samples of sound after the input has ended.
+    /// [main-thread]
     virtual int GetTail() const;
     virtual int GetMaxOutputBlockSize(int inputBlockSize) const;
     virtual bool OfflineProcessFinished();
 
     /// Ends rendering: the main thread takes over the message queue, and the suspended-state signal fires with true.
+    /// Another thread may do so, and resume, while the main thread runs neither this filter nor its call queue; the
+    /// filter's tick is left alone then.
     /// [main-thread]
     virtual void Suspend();
     /// Sizes everything that rendering uses and lets the process thread in; the signal fires with false.
@@ -131,21 +144,26 @@ public:
     virtual void SetDoSpectral(bool spectral);
     virtual void SetPreviewMode(bool preview);
 
-    /// Parameters are numbered from 0; values are normalized, 0..1. [main-thread]
+    /// Parameters are numbered from 0; values are normalized, 0..1.
+    /// [main-thread]
     virtual int GetParameterCount() const;
-    /// SetParameter, announced by the automated-parameter-change signal. [main-thread]
+    /// SetParameter, announced by the automated-parameter-change signal.
+    /// [main-thread]
     virtual void SetParameterAutomated(int index, float value);
-    /// Applies a value; the base class counts the change. [main-thread | process-thread]
+    /// Applies a value; the base class counts the change.
+    /// [main-thread | process-thread]
     virtual void SetParameter(int index, float value);
     virtual float GetParameter(int index) const;
-    /// Null when there is none. [main-thread]
+    /// Null when there is none.
+    /// [main-thread]
     virtual boost::intrusive_ptr<AudioFilterParameterInfo> GetParameterInfo(int index);
     virtual UString GetParameterString(int index);
     virtual void SetParameterIsAutomated(int index, bool automated);
     virtual std::uint64_t GetCustomData(int kind, std::uint64_t count, std::vector<float>& data);
     virtual std::uint64_t GetCustomData(int kind, std::uint64_t count, std::vector<double>& data);
 
-    /// Presets and settings. [main-thread]
+    /// Presets and settings.
+    /// [main-thread]
     virtual float GetCurrentPresetVersion() const;
     virtual bool DoPresetsUseChunkData() const;
     virtual void GetFactoryDefaultPresets(PresetList& list) const;
@@ -159,7 +177,8 @@ public:
     virtual bool LoadCustomData(PresetData const& preset);
     virtual bool ArePresetsSafeForPlayback() const;
 
-    /// The filter's latency in samples. [any-thread]
+    /// The filter's latency in samples. While the filter is suspended the effect itself is asked.
+    /// [any-thread | main-thread & suspended]
     virtual int GetInitialDelay() const;
 
     /// Asks for buses; what the filter then has is its nearest answer (GetBusConfiguration). A request that leaves the
@@ -167,35 +186,42 @@ public:
     /// maps stay as they are; rendering follows with the next Resume.
     /// [main-thread & suspended]
     virtual void RequestBusConfiguration(Buses const& inputs, Buses const& outputs);
-    /// True when the filter has more than one input bus. [main-thread]
+    /// True when the filter has more than one input bus.
+    /// [main-thread]
     virtual bool CanUseSideChaining() const;
 
-    /// Editors: null when the filter has none. [main-thread]
+    /// Editors: null when the filter has none.
+    /// [main-thread]
     virtual bool HasCustomEditor() const;
     virtual boost::intrusive_ptr<AudioFilterEditor> CreateCustomEditor();
     virtual void DestroyCustomEditor(boost::intrusive_ptr<AudioFilterEditor> editor);
 
 protected:
-    /// A new, suspended filter with the same settings, or null when none can be made. [main-thread]
+    /// A new, suspended filter with the same settings, or null when none can be made.
+    /// [main-thread]
     virtual boost::intrusive_ptr<AudioFilter> Clone() const;
 
 public:
     virtual bool IsProxy() const;
 
-    /// Bracket a user's gesture on a parameter. A negative index concerns no single parameter. [main-thread]
+    /// Bracket a user's gesture on a parameter. A negative index concerns no single parameter.
+    /// [any-thread]
     virtual void BeginEditing(int index);
     virtual void EndEditing(int index);
     virtual bool IsEditing(int index) const;
 
-    /// Bracket a load of settings; the end fires the preset-changed signal. [main-thread]
+    /// Bracket a load of settings; the end fires the preset-changed signal.
+    /// [main-thread]
     virtual void StartLoadingSettings();
     virtual void FinishLoadingSettings(bool changed);
 
-    /// The catalogue record of this filter, or null. [main-thread]
+    /// The catalogue record of this filter, or null.
+    /// [main-thread]
     virtual boost::intrusive_ptr<AudioFilterDescriptor> CreateFilterDescriptor(PluginLocator const& locator,
                                                                                bool internalFilter);
 
-    /// Pumps the side of the message queue that the calling thread belongs to. [main-thread | process-thread]
+    /// Pumps the side of the message queue that the calling thread belongs to.
+    /// [main-thread | process-thread]
     virtual void FlushMessageQueue();
 
     virtual bool RequiresSymmetricIO() const;
@@ -209,22 +235,25 @@ public:
                                    unsigned char data2);
 
 protected:
-    /// Clears the buses and adds those that the filter can do, as near to the layouts as it can. [main-thread &
-    /// suspended]
+    /// Clears the buses and adds those that the filter can do, as near to the layouts as it can.
+    /// [main-thread & suspended]
     virtual void RequestIOConfiguration(Layouts const& inputLayouts, Layouts const& outputLayouts);
 
     virtual bool LoadParams(PresetData const& preset);
-    /// Replaces the list by one value per parameter; 0.0 for one that is not persisted. [main-thread]
+    /// Replaces the list by one value per parameter; 0.0 for one that is not persisted.
+    /// [main-thread]
     virtual void SaveParams(std::list<float>& values) const;
     virtual bool LoadFactoryPreset(PresetData const& preset);
     virtual bool ValidatePresetVersion(float version) const;
     virtual bool ValidateParamCount(int count) const;
 
-    /// Called about every 20 milliseconds while the filter runs or has an open editor. [main-thread]
+    /// Called about every 20 milliseconds while the filter runs or has an open editor.
+    /// [main-thread]
     virtual void OnUITimerTick();
 
 public:
-    /// Plain accessors. [main-thread]
+    /// Plain accessors.
+    /// [main-thread]
     UString GetID() const { return mUniqueID; }
     UString GetDisplayName() const { return mDisplayName; }
     void SetDisplayName(UString const& name) { mDisplayName = name; }
@@ -246,7 +275,8 @@ public:
     /// [main-thread | process-thread]
     void BumpParameterDirtyCount() noexcept { mParameterDirtyCount.fetch_add(1, std::memory_order_relaxed); }
 
-    /// Buses. GetBusConfiguration replaces what the arguments held. [main-thread]
+    /// Buses. GetBusConfiguration replaces what the arguments held.
+    /// [main-thread]
     Buses const& GetInputBuses() const noexcept { return mInputBuses; }
     Buses const& GetOutputBuses() const noexcept { return mOutputBuses; }
     void GetBusConfiguration(Buses& inputs, Buses& outputs) const;
@@ -254,7 +284,8 @@ public:
     int GetNumberOfOutputChannels() const;
 
     /// The shape of the track that the filter sits on, and of what comes in beside it. A change fires the target-format
-    /// signal; an equal side-chain bus changes nothing. [main-thread]
+    /// signal; an equal side-chain bus changes nothing.
+    /// [main-thread]
     vynmediatypes::AudioBusDescription GetMainTargetBus() const { return mMainTargetBus; }
     void SetMainTargetBus(vynmediatypes::AudioBusDescription const& bus);
     vynmediatypes::AudioChannelLayout GetChannelMapTargetChannelLayout() const { return mMainTargetBus.GetLayout(); }
@@ -263,23 +294,28 @@ public:
     void SetSideChainTargetBus(vynmediatypes::AudioBusDescription const& bus);
     std::uint64_t GetSideChainTargetBusChannelCount() const;
 
-    /// Hands a message to the process side. On a suspended filter it runs before Post returns. [main-thread]
+    /// Hands a message to the process side. On a suspended filter it runs before Post returns.
+    /// [main-thread]
     void Post(boost::intrusive_ptr<Message> message);
 
-    /// A new, suspended filter with the same settings, or null when none can be made. [main-thread]
-    static boost::intrusive_ptr<AudioFilter> Clone(boost::intrusive_ptr<AudioFilter> const& filter);
+    /// A new, suspended filter with the same settings, or null when none can be made.
+    /// [main-thread]
+    static boost::intrusive_ptr<AudioFilter> Clone(boost::intrusive_ptr<AudioFilter> filter);
 
-    /// An open editor keeps the filter's timer tick alive. [main-thread]
+    /// An open editor keeps the filter's timer tick alive.
+    /// [main-thread]
     void EditorAttached();
     void EditorDetached();
 
-    /// The application's own memory of the editor window. [main-thread]
+    /// The application's own memory of the editor window.
+    /// [main-thread]
     bool GetEditorVisible() const noexcept { return mEditorVisible; }
     void SetEditorVisible(bool visible) noexcept { mEditorVisible = visible; }
     vyncore::geom::RectT<int> GetEditorRect() const noexcept { return mEditorRect; }
     void SetEditorRect(vyncore::geom::RectT<int> const& rect) noexcept { mEditorRect = rect; }
 
-    /// Connect a slot to a signal; disconnect through the result. [any-thread]
+    /// Connect a slot to a signal; disconnect through the result.
+    /// [any-thread]
     boost::signals2::connection ConnectPresetChanged(PresetChangedSignal::slot_type const& slot);
     boost::signals2::connection ConnectAutomatedParameterChange(AutomatedParameterChangeSignal::slot_type const& slot);
     boost::signals2::connection
@@ -298,14 +334,18 @@ protected:
     }
     AutomatedParameterChangeSignal& GetAutomatedParameterChangeSignal() noexcept { return mAutomatedParameterChange; }
 
-    /// Fires the latency signal; off the main thread it only traces, and the news is lost. [main-thread]
+    /// Fires the latency signal; off the main thread it only traces, and the news is lost.
+    /// [main-thread]
     void SendLatencyChanged();
-    /// For a subclass whose buses changed by themselves. [main-thread]
+    /// For a subclass whose buses changed by themselves.
+    /// [main-thread]
     void SendBusConfigurationChanged();
-    /// Sends a value to SetParameter in step with the audio; on a suspended filter before it returns. [main-thread]
+    /// Sends a value to SetParameter in step with the audio; on a suspended filter before it returns.
+    /// [main-thread]
     void PostSetParameter(int index, float value);
 
-    /// Tools of RequestIOConfiguration: they fire nothing. [main-thread & suspended]
+    /// Tools of RequestIOConfiguration: they fire nothing.
+    /// [main-thread & suspended]
     void AddInputBus(vynmediatypes::AudioBusDescription const& bus);
     void AddOutputBus(vynmediatypes::AudioBusDescription const& bus);
     void AddInputBuses(Buses const& buses);
@@ -313,12 +353,16 @@ protected:
     void ClearInputBusConfiguration();
     void ClearOutputBusConfiguration();
     void ClearBusConfiguration();
-    /// Hands the layouts of the buses to RequestIOConfiguration. [main-thread & suspended]
+    /// Hands the layouts of the buses to RequestIOConfiguration.
+    /// [main-thread & suspended]
     void DoRequestIOConfiguration(Buses const& inputs, Buses const& outputs);
-    /// Tries the layout on both sides. The buses stay as the request left them. [main-thread & suspended]
+    /// Tries the layout on both sides. The buses stay as the request left them.
+    /// [main-thread & suspended]
     bool IsChannelFormatSupported(vynmediatypes::AudioChannelLayout const& layout);
 
 private:
+    void StartProcessing();
+    void Tick();
     void AddTimerRef();
     void ReleaseTimerRef();
     void BuildChannelMaps();
@@ -362,6 +406,7 @@ private:
     std::vector<float> mSilence;
 
     std::vector<bool> mParametersBeingEdited;
+    mutable std::mutex mEditingMutex; ///< plug-ins report gestures on any thread
     bool mUseChannelMap = false;
 };
 

@@ -1,6 +1,10 @@
 #include "vynaudiofilterhost/AudioFilter.h"
 #include "vynaudiofilterhost/ChannelMapUtilities.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
+
 namespace vynaudiofilterhost {
 
 using vynmediatypes::AudioBusDescription;
@@ -27,11 +31,13 @@ void AudioFilter::AddOutputBus(AudioBusDescription const& bus) {
 }
 
 void AudioFilter::AddInputBuses(Buses const& buses) {
-    mInputBuses.insert(mInputBuses.end(), buses.begin(), buses.end());
+    Buses added = buses; // they may be the filter's own
+    std::move(added.begin(), added.end(), std::back_inserter(mInputBuses));
 }
 
 void AudioFilter::AddOutputBuses(Buses const& buses) {
-    mOutputBuses.insert(mOutputBuses.end(), buses.begin(), buses.end());
+    Buses added = buses;
+    std::move(added.begin(), added.end(), std::back_inserter(mOutputBuses));
 }
 
 void AudioFilter::ClearInputBusConfiguration() {
@@ -77,9 +83,10 @@ void AudioFilter::RequestBusConfiguration(Buses const& inputs, Buses const& outp
 }
 
 bool AudioFilter::IsChannelFormatSupported(AudioChannelLayout const& layout) {
+    std::size_t const wanted = layout.size(); // the layout may be one of the buses that the request replaces
     RequestIOConfiguration({layout}, {layout});
     return !mInputBuses.empty() && mOutputBuses.size() == 1 && !mInputBuses.front().GetLayout().empty() &&
-           mOutputBuses.front().GetLayout().size() == layout.size();
+           mOutputBuses.front().GetLayout().size() == wanted;
 }
 
 bool AudioFilter::CanUseSideChaining() const {

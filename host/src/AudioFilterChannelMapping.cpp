@@ -1,6 +1,7 @@
 #include "vynaudiofilterhost/AudioFilter.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstddef>
 
 namespace vynaudiofilterhost {
@@ -12,6 +13,7 @@ void AudioFilter::BuildChannelMaps() {
 
 void AudioFilter::ProcessWithMapping(float** in, float** out, int numSamples, ChannelFlags inFlags,
                                      ChannelFlags& outFlags) {
+    assert(numSamples <= std::max(mBlockSize, 0) || mMappedInputs.empty());
     ChannelFlags filterInFlags;
     filterInFlags.SetAll();
     unsigned channel = 0;

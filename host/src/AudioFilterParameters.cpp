@@ -75,6 +75,7 @@ void AudioFilter::EndEditing(int index) {
 }
 
 bool AudioFilter::IsEditing(int index) const {
+    std::lock_guard const lock(mEditingMutex);
     return index >= 0 && static_cast<std::size_t>(index) < mParametersBeingEdited.size() &&
            mParametersBeingEdited[static_cast<std::size_t>(index)];
 }
@@ -85,11 +86,17 @@ void AudioFilter::ChangeEditing(int index, bool editing) {
         return;
     }
     std::size_t const place = static_cast<std::size_t>(index);
-    if (place >= mParametersBeingEdited.size())
-        mParametersBeingEdited.resize(std::max<std::size_t>(2, 2 * place));
+    {
+        std::lock_guard const lock(mEditingMutex);
+        if (place >= mParametersBeingEdited.size())
+            mParametersBeingEdited.resize(std::max<std::size_t>(2, 2 * place));
+    }
     if (IsEditing(index) == editing)
         return;
-    mParametersBeingEdited[place] = editing;
+    {
+        std::lock_guard const lock(mEditingMutex);
+        mParametersBeingEdited[place] = editing;
+    }
     mEditingStateChange(index, editing);
 }
 

@@ -25,8 +25,7 @@ void ProcessMessageHandler::PumpFromProcessThread() {
     while (readIndex != mWriteIndex.load(std::memory_order_acquire)) {
         message = std::move(mRing[readIndex]);
         mReadIndex.store(NextSlot(readIndex), std::memory_order_release);
-        bool const finished = message->ExecuteOnProcessThread();
-        message->SetState(finished ? Message::kStateProcessed : Message::kStateWaitingForMain);
+        Execute(*message, &Message::ExecuteOnProcessThread, Message::kStateWaitingForMain);
         // Read anew: a message may have posted to a suspended filter, which pumps this ring from within.
         readIndex = mReadIndex.load(std::memory_order_relaxed);
     }
@@ -53,6 +52,18 @@ void ProcessMessageHandler::FlushMessageQueue() {
         PumpFromMainThread();
     else
         PumpFromProcessThread();
+}
+
+bool ProcessMessageHandler::Execute(Message& message, bool (Message::*side)(), Message::State otherwise) {
+    try {
+        bool const finished = (message.*side)();
+        message.SetState(finished ? Message::kStateProcessed : otherwise);
+        return finished;
+    } catch (...) {
+        // Finished for good: it must neither run again nor stay in the list and hold its filter.
+        message.SetState(Message::kStateProcessed);
+        throw;
+    }
 }
 
 bool ProcessMessageHandler::CanDeleteMessage(boost::intrusive_ptr<Message> const& message) {
@@ -87,9 +98,7 @@ void ProcessMessageHandler::ExecuteWaitingForMain() {
         boost::intrusive_ptr<Message> const message = mMessages[place];
         if (message->GetState() != Message::kStateWaitingForMain)
             continue;
-        bool const finished = message->ExecuteOnMainThread();
-        message->SetState(finished ? Message::kStateProcessed : Message::kStateWaitingForProcess);
-        if (!finished)
+        if (!Execute(*message, &Message::ExecuteOnMainThread, Message::kStateWaitingForProcess))
             mFirstWaiting = std::min(mFirstWaiting, place);
     }
 }

@@ -38,8 +38,8 @@ public:
     void Post(boost::intrusive_ptr<Message> message);
 
     /// Takes the waiting messages out of the ring, in order, and runs the process side of each. Never waits, allocates
-    /// or drops a last reference. With nothing queued it costs one load and one comparison. [process-thread |
-    /// main-thread & suspended]
+    /// or drops a last reference. With nothing queued it costs one load and one comparison.
+    /// [process-thread | main-thread & suspended]
     void PumpFromProcessThread();
 
     /// Fills the ring, does the process side's work too when nothing processes, runs the main side of the messages that
@@ -61,6 +61,7 @@ private:
     static constexpr std::uint64_t kSlotCount = kMessageQueueSize + 1;
     static constexpr std::size_t kCacheLine = 64;
 
+    static bool Execute(Message& message, bool (Message::*side)(), Message::State otherwise);
     static bool CanDeleteMessage(boost::intrusive_ptr<Message> const& message);
     static std::uint64_t NextSlot(std::uint64_t slot) noexcept { return slot + 1 == kSlotCount ? 0 : slot + 1; }
 

@@ -37,6 +37,7 @@ private:
 
     std::intptr_t mTimer = -1;
     std::intptr_t mHandle = -1;
+    std::uint64_t mArmedFor = 0;
 };
 
 } // namespace os

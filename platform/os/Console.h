@@ -8,7 +8,8 @@ namespace os {
 /// Makes the standard streams safe before anything else is opened or loaded: a stream that was closed at the start is
 /// occupied, so that no file takes its place; writing into a pipe that nobody reads, or beyond the largest file
 /// allowed, fails instead of ending the process; and standard output is set aside for WriteOutput, so that what loaded
-/// modules print there goes to standard error. To be called once, at the start of the program. [main-thread]
+/// modules print there goes to standard error. To be called once, at the start of the program.
+/// [main-thread]
 void PrepareConsole();
 
 /// Writes to the standard output that PrepareConsole has set aside. False when not everything could be written.

@@ -10,6 +10,8 @@
 #include <array>
 #include <chrono>
 #include <functional>
+#include <list>
+#include <optional>
 #include <thread>
 #include <vector>
 
@@ -45,7 +47,7 @@ public:
             return;
         for (auto const& layout : in)
             AddInputBus(AudioBusDescription(u"In", layout, AudioBusDescription::kTypeMain));
-        for (auto const& layout : out)
+        for (auto const& layout : answer.value_or(out))
             AddOutputBus(AudioBusDescription(u"Out", layout, AudioBusDescription::kTypeMain));
     }
 
@@ -59,14 +61,31 @@ public:
         AudioFilter::OnUITimerTick();
     }
 
+    void FlushMessageQueue() override {
+        ++flushes;
+        AudioFilter::FlushMessageQueue();
+    }
+
+    int GetParameterCount() const override { return 3; }
+    float GetParameter(int index) const override { return static_cast<float>(index) + 0.25f; }
+    boost::intrusive_ptr<AudioFilterParameterInfo> GetParameterInfo(int index) override {
+        return index < 2 ? infos[static_cast<std::size_t>(index)] : nullptr;
+    }
+
+    using AudioFilter::AddInputBuses;
+    using AudioFilter::GetParameterPropertiesChangedSignal;
     using AudioFilter::IsChannelFormatSupported;
     using AudioFilter::PostSetParameter;
+    using AudioFilter::SaveParams;
     using AudioFilter::SendLatencyChanged;
 
     std::function<void()> onDestruction;
     std::vector<float*> inputs;
     ChannelFlags flags;
     float value = 0.0f;
+    std::array<boost::intrusive_ptr<AudioFilterParameterInfo>, 2> infos;
+    std::optional<Layouts> answer; ///< output layouts, whatever is asked for
+    int flushes = 0;
     int requests = 0;
     int ticks = 0;
     bool refuse = false;
@@ -162,11 +181,17 @@ TEST_F(AudioFilterTest, SuspendedStateIsAnnouncedAfterTheQueueIsFlushed) {
     std::vector<bool> states;
     mFilter->ConnectSuspendedStateChanged([&](bool suspended) {
         EXPECT_EQ(mFilter->IsSuspended(), suspended);
+        EXPECT_EQ(mFilter->value, suspended ? 0.5f : 0.0f);
         states.push_back(suspended);
     });
     MakeStereoAndResume();
+    mFilter->PostSetParameter(0, 0.5f);
     mFilter->Suspend();
     EXPECT_THAT(states, ElementsAre(false, true));
+    int const before = mFilter->flushes;
+    mFilter->PostSetParameter(0, 0.75f);
+    AudioFilter::Clone(mFilter);
+    EXPECT_EQ(mFilter->flushes, before + 2) << "a subclass flushes more than the queue";
 }
 
 TEST_F(AudioFilterTest, TimerReferencesAreTakenAndGivenBackInAnyOrder) {
@@ -176,7 +201,6 @@ TEST_F(AudioFilterTest, TimerReferencesAreTakenAndGivenBackInAnyOrder) {
     mFilter->EditorAttached();
     EXPECT_EQ(mFilter->ticks, 1);
     mFilter->EditorDetached();
-    ModuleUITimer::GetInstance();
     mFilter->Resume();
     mFilter->Suspend();
     EXPECT_EQ(mFilter->ticks, 1); // the editor's reference held the connection all the time
@@ -187,6 +211,12 @@ TEST_F(AudioFilterTest, TimerReferencesAreTakenAndGivenBackInAnyOrder) {
     std::thread([this] { mFilter->Resume(); }).join();
     EXPECT_EQ(mFilter->ticks, 2);
     mFilter->Suspend();
+    mFilter->Resume();
+    std::thread([this] { mFilter->Suspend(); }).join();
+    mFilter->EditorAttached(); // the reference of the Resume before is still there
+    EXPECT_EQ(mFilter->ticks, 3);
+    mFilter->EditorDetached();
+    mFilter->EditorDetached();
 }
 
 TEST_F(AudioFilterTest, RefusedBusRequestBringsTheFormerBusesBackUnheard) {
@@ -206,9 +236,21 @@ TEST_F(AudioFilterTest, RefusedBusRequestBringsTheFormerBusesBackUnheard) {
 }
 
 TEST_F(AudioFilterTest, ChannelFormatCountsChannelsAndNotLabels) {
-    EXPECT_TRUE(mFilter->IsChannelFormatSupported(vynmediatypes::CreateStereoChannelLayout()));
-    EXPECT_FALSE(mFilter->IsChannelFormatSupported({}));
+    auto const stereo = vynmediatypes::CreateStereoChannelLayout();
+    EXPECT_TRUE(mFilter->IsChannelFormatSupported(stereo));
     EXPECT_FALSE(mFilter->CanUseSideChaining());
+    EXPECT_TRUE(mFilter->IsChannelFormatSupported(mFilter->GetInputBuses().front().GetLayout()));
+    mFilter->answer = AudioFilter::Layouts{vynmediatypes::AudioChannelLayout(2)};
+    EXPECT_TRUE(mFilter->IsChannelFormatSupported(stereo)) << "other labels";
+    mFilter->answer = AudioFilter::Layouts{stereo, stereo};
+    EXPECT_FALSE(mFilter->IsChannelFormatSupported(stereo)) << "two output buses";
+    mFilter->answer = AudioFilter::Layouts{vynmediatypes::CreateMonoChannelLayout()};
+    EXPECT_FALSE(mFilter->IsChannelFormatSupported(stereo)) << "fewer channels";
+    mFilter->answer.reset();
+    EXPECT_FALSE(mFilter->IsChannelFormatSupported({}));
+    mFilter->AddInputBuses(mFilter->GetInputBuses());
+    EXPECT_EQ(mFilter->GetInputBuses().size(), 2u);
+    EXPECT_TRUE(mFilter->CanUseSideChaining());
 }
 
 TEST_F(AudioFilterTest, TargetBusesAreAnnouncedWhenTheyChange) {
@@ -235,6 +277,49 @@ TEST_F(AudioFilterTest, GesturesFireOnceAndPassNegativeIndicesThrough) {
     mFilter->BeginEditing(-1);
     EXPECT_FALSE(mFilter->IsEditing(-1));
     EXPECT_THAT(heard, ElementsAre(std::pair(2, true), std::pair(2, false), std::pair(-1, true), std::pair(-1, true)));
+}
+
+// Plug-ins report gestures on threads of their own; meant for the thread sanitizer.
+TEST_F(AudioFilterTest, GesturesMayComeFromSeveralThreads) {
+    auto const gesture = [this](int first) {
+        for (int index = first; index < 2000; index += 2) {
+            mFilter->BeginEditing(index);
+            mFilter->EndEditing(index);
+        }
+    };
+    std::thread other(gesture, 1);
+    gesture(0);
+    other.join();
+    EXPECT_FALSE(mFilter->IsEditing(1999));
+}
+
+TEST_F(AudioFilterTest, ListOfParametersHoldsZeroForWhatIsNotPersisted) {
+    class Info : public AudioFilterParameterInfo {
+        float ToNormalized(float displayValue) const override { return displayValue; }
+        float FromNormalized(float normalized) const override { return normalized; }
+        UString GetParameterString(float) const override { return {}; }
+        using UString = vyncore::UString;
+    };
+    mFilter->infos = {new Info, new Info};
+    mFilter->infos[0]->SetIsPersisted(false);
+    std::list<float> values = {9.0f};
+    mFilter->SaveParams(values);
+    EXPECT_THAT(values, ElementsAre(0.0f, 1.25f, 2.25f));
+    EXPECT_EQ(mFilter->GetParameterString(1), u"1.25");
+}
+
+TEST_F(AudioFilterTest, AutomatedChangeIsSetBeforeItIsAnnounced) {
+    std::vector<std::pair<int, float>> heard;
+    mFilter->ConnectAutomatedParameterChange([&](int index, float value) {
+        EXPECT_EQ(mFilter->value, value);
+        heard.emplace_back(index, value);
+    });
+    int properties = 0;
+    mFilter->ConnectParameterPropertiesChanged([&] { ++properties; });
+    mFilter->SetParameterAutomated(2, 0.5f);
+    mFilter->GetParameterPropertiesChangedSignal()();
+    EXPECT_THAT(heard, ElementsAre(std::pair(2, 0.5f)));
+    EXPECT_EQ(properties, 1);
 }
 
 TEST_F(AudioFilterTest, LatencyIsAnnouncedOnTheMainThreadAlone) {

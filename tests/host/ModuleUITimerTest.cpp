@@ -70,7 +70,7 @@ protected:
 TEST_F(ModuleUITimerTest, TicksWhileConnectedAndStopsWithTheLastConnection) {
     auto const start = HighPrecisionTime::GetCurrentTimeStamp();
     Connect();
-    boost::signals2::scoped_connection second = ModuleUITimer::GetInstance().ConnectTick([] {});
+    boost::signals2::scoped_connection second = ModuleUITimer::GetInstance().ConnectTick(+[] {});
     EXPECT_EQ(mTicks, 0);
     RunOneTick();
     RunOneTick();
@@ -122,7 +122,7 @@ TEST_F(ModuleUITimerTest, ElapsedCheckFiresOncePerPeriodThatIsTenMillisecondsLat
 TEST_F(ModuleUITimerTest, ASlotThatThrowsKeepsNobodyFromTheTick) {
     vyncore::debug::SetTraceLevel(-1);
     boost::signals2::scoped_connection const thrower =
-        ModuleUITimer::GetInstance().ConnectTick([] { throw std::runtime_error("plug-in"); });
+        ModuleUITimer::GetInstance().ConnectTick(+[] { throw std::runtime_error("plug-in"); });
     Connect();
     RunOneTick();
     RunOneTick();

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <filesystem>
+#include <fstream>
 #include <random>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <system_error>
 
 namespace vyntest {
@@ -36,6 +38,25 @@ public:
     /// Absolute.
     /// [any-thread]
     std::filesystem::path const& Path() const noexcept { return mPath; }
+
+    /// The path of `name` in the folder, as the library takes paths.
+    /// [any-thread]
+    std::u16string Path16(std::string_view name = {}) const {
+        return (name.empty() ? mPath : mPath / name).u16string();
+    }
+
+    /// [any-thread]
+    void AddFile(std::string_view name, std::string_view content = {}) const {
+        std::ofstream(mPath / name, std::ios::binary) << content;
+    }
+
+    /// [any-thread]
+    void AddFolder(std::string_view name) const { std::filesystem::create_directories(mPath / name); }
+
+    /// [any-thread]
+    void AddLink(std::string_view name, std::filesystem::path const& target) const {
+        std::filesystem::create_symlink(target, mPath / name);
+    }
 
 private:
     std::filesystem::path mPath;

@@ -50,8 +50,10 @@ void CallQueueDescriptor::Disarm() noexcept {
 }
 
 void CallQueueDescriptor::Set(std::uint64_t dueNanos) noexcept {
-    if (mTimer < 0)
+    // An alarm that stands already, or has gone off already, is as good as a new one and costs no system call.
+    if (mTimer < 0 || dueNanos == mArmedFor)
         return;
+    mArmedFor = dueNanos;
     itimerspec spec{};
     spec.it_value.tv_sec = static_cast<time_t>(dueNanos / kNanosPerSecond);
     spec.it_value.tv_nsec = static_cast<long>(dueNanos % kNanosPerSecond);

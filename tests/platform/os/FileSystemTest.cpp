@@ -1,10 +1,12 @@
 #include "os/FileSystem.h"
 
-#include "platform/TemporaryFolder.h"
+#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
 namespace {
+
+using vyntest::TemporaryFolder;
 
 TEST(FileSystemTest, ListsAFolderByNameAndFollowsLinks) {
     TemporaryFolder const folder;

@@ -1,12 +1,14 @@
 #include "os/ModuleLoader.h"
 
-#include "platform/TemporaryFolder.h"
+#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
 
 namespace {
+
+using vyntest::TemporaryFolder;
 
 std::filesystem::path const kPlain = OS_PLAIN_MODULE;
 

@@ -95,7 +95,7 @@ int VST3AudioFilter::GetTail() const {
 }
 
 boost::intrusive_ptr<AudioFilter> VST3AudioFilter::Clone() const {
-    boost::intrusive_ptr<AudioFilter> const copy = AudioFilter::Clone();
+    boost::intrusive_ptr<AudioFilter> copy = AudioFilter::Clone();
     if (auto* const filter = dynamic_cast<VST3AudioFilter*>(copy.get())) {
         filter->mInputPoints = mInputPoints;
         filter->mOutputPoints = mOutputPoints;

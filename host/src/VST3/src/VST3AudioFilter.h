@@ -19,6 +19,7 @@
 
 #include <boost/smart_ptr/intrusive_ptr.hpp>
 
+#include <atomic>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -219,10 +220,8 @@ private:
     ParameterChanges mInputChanges;
     ParameterChanges mOutputChanges;
 
-    // Main thread.
-    std::int32_t mLatency = 0;
-
     // Between the threads.
+    std::atomic<std::int32_t> mLatency{0};
     ParameterPointQueues mInputPoints;
     ParameterPointQueues mOutputPoints;
 };

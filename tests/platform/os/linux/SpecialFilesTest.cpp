@@ -1,6 +1,6 @@
 #include "os/FileSystem.h"
 #include "os/ModuleLoader.h"
-#include "platform/TemporaryFolder.h"
+#include "support/TemporaryFolder.h"
 #include "vyncore/utility/FileUtils.h"
 
 #include <gtest/gtest.h>
@@ -8,6 +8,8 @@
 #include <sys/stat.h>
 
 namespace {
+
+using vyntest::TemporaryFolder;
 
 // Whoever opens a pipe waits for its other end, so a hang here is the failure.
 TEST(SpecialFilesTest, APipeIsNeverOpened) {

@@ -1,4 +1,4 @@
-#include "platform/TemporaryFolder.h"
+#include "support/TemporaryFolder.h"
 #include "vyncore/filesupport/Dir.h"
 #include "vyncore/filesupport/File.h"
 
@@ -7,6 +7,8 @@
 #include <vector>
 
 namespace {
+
+using vyntest::TemporaryFolder;
 
 using vyncore::UString;
 using vyncore::filesupport::Dir;

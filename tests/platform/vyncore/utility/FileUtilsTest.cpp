@@ -1,6 +1,6 @@
 #include "vyncore/utility/FileUtils.h"
 
-#include "platform/TemporaryFolder.h"
+#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -8,6 +8,8 @@
 #include <iterator>
 
 namespace {
+
+using vyntest::TemporaryFolder;
 
 namespace FileUtils = vyncore::utility::FileUtils;
 
