@@ -231,8 +231,8 @@ void AudioFilter::AddTimerRef() {
 }
 
 void AudioFilter::Tick() {
-    // On its way out: a plug-in's teardown may run the main thread's calls from within.
-    if (GetReferenceCount() == 0)
+    // A plug-in's teardown may run the main thread's calls from within, with half of the filter gone.
+    if (IsBeingDestroyed())
         return;
     // A tick may finish the message that holds the last reference but this one.
     boost::intrusive_ptr<AudioFilter> const alive(this);

@@ -100,8 +100,9 @@ void ModuleUITimer::Impl::CheckForElapsedTimer() {
     auto const lateness = HighPrecisionTime::ConvertFromNanos(kLatenessNanos);
     if (HighPrecisionTime::GetCurrentTimeStamp() <= mNextDue + lateness)
         return;
-    mTick();
+    // First the period: a slot may come here again from a loop of its own.
     mNextDue += HighPrecisionTime::ConvertFromNanos(kPeriodNanos);
+    mTick();
 }
 
 void ModuleUITimer::Impl::Schedule() {

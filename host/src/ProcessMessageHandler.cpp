@@ -33,8 +33,13 @@ void ProcessMessageHandler::PumpFromProcessThread() {
 
 void ProcessMessageHandler::PumpFromMainThread() {
     TransferMessagesToQueue();
-    if (!mProcessing.load(std::memory_order_relaxed))
+    while (!mProcessing.load(std::memory_order_relaxed)) {
         PumpFromProcessThread();
+        // More may wait than the ring holds, and after Suspend nobody comes back for them.
+        if (mFirstWaiting == mMessages.size())
+            break;
+        TransferMessagesToQueue();
+    }
     // A message that posts from its main side comes back here. It still waits for main itself, so a second walk would
     // run it again, and a purge would move the list under the first walk.
     if (mPumpingMain)
@@ -104,6 +109,7 @@ void ProcessMessageHandler::ExecuteWaitingForMain() {
 }
 
 void ProcessMessageHandler::PurgeProcessedMessages() {
+    mFirstWaiting = 0;
     for (boost::intrusive_ptr<Message> const& message : mMessages) {
         if (message->GetState() == Message::kStateProcessed && message->GetRefCount() == 1)
             message->SetState(Message::kStateDeletable);
@@ -117,7 +123,6 @@ void ProcessMessageHandler::PurgeProcessedMessages() {
     std::vector<boost::intrusive_ptr<Message>> const finished(std::make_move_iterator(keptEnd),
                                                               std::make_move_iterator(mMessages.end()));
     mMessages.erase(keptEnd, mMessages.end());
-    mFirstWaiting = 0;
 }
 
 } // namespace vynaudiofilterhost

@@ -42,9 +42,9 @@ public:
     /// [process-thread | main-thread & suspended]
     void PumpFromProcessThread();
 
-    /// Fills the ring, does the process side's work too when nothing processes, runs the main side of the messages that
-    /// wait for it, and lets go of those that are finished and held by nobody else. Called from inside a message's
-    /// ExecuteOnMainThread it only moves the ring on; the outer pump does the rest.
+    /// Fills the ring; when nothing processes, does the process side's work too, of all that waits; runs the main side
+    /// of the messages that wait for it, and lets go of those that are finished and held by nobody else. Called from
+    /// inside a message's ExecuteOnMainThread it only moves the ring on; the outer pump does the rest.
     /// [main-thread]
     void PumpFromMainThread();
 
@@ -72,7 +72,7 @@ private:
     // The ring. The write index belongs to the side that transfers, the read index to the side that pumps.
     alignas(kCacheLine) std::atomic<std::uint64_t> mWriteIndex{0};
     alignas(kCacheLine) std::atomic<std::uint64_t> mReadIndex{0};
-    std::array<boost::intrusive_ptr<Message>, kSlotCount> mRing;
+    alignas(kCacheLine) std::array<boost::intrusive_ptr<Message>, kSlotCount> mRing;
 
     // Main side.
     std::vector<boost::intrusive_ptr<Message>> mMessages;

@@ -4,9 +4,9 @@
 
 namespace os {
 
-/// Compares two paths as the system's file systems tell names apart (exactly, or with letter case folded), after "."
-/// and
-/// ".." steps, doubled and trailing separators are taken out. Only the texts are looked at, never the disk.
+/// Compares two paths as the system's file systems tell names apart (exactly, or with letter case folded), after
+/// doubled and trailing separators and the steps "." and ".." are taken out. Only the texts are looked at, never the
+/// disk.
 /// Below 0, 0 for one file, above 0; a strict order over all texts, fit for a sorted container.
 /// [any-thread]
 int CompareFileNames(vyncore::UString const& left, vyncore::UString const& right);

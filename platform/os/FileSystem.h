@@ -41,7 +41,8 @@ std::optional<FileIdentity> GetFileIdentity(vyncore::UString const& path);
 /// [any-thread]
 std::vector<DirectoryEntry> ListDirectory(vyncore::UString const& path);
 
-/// Joins a folder's path and a name with the system's separator, without doubling it. An empty folder gives the name.
+/// Joins a folder's path and a name with the system's separator, without doubling it. An empty folder gives an
+/// empty path.
 /// [any-thread]
 vyncore::UString JoinPath(vyncore::UString const& folder, vyncore::UString const& name);
 

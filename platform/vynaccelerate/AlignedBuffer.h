@@ -1,6 +1,7 @@
 #pragma once
 
 #include "vynaccelerate/Buffers.h"
+#include "vyncore/Export.h"
 
 #include <cstddef>
 #include <memory>
@@ -9,7 +10,7 @@ namespace vynaccelerate {
 
 /// The owner of a float buffer of vynaccelerate::utility. It moves and doesn't copy. It never throws: a buffer that
 /// could not be had is an empty one, which the owner tests.
-class AlignedBuffer {
+class VYN_API AlignedBuffer {
 public:
     /// An empty buffer.
     /// [any-thread]

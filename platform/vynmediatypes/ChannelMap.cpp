@@ -20,7 +20,7 @@ void ChannelMap::SetChannelLayout(int index, AudioChannelLayout const& layout) {
 }
 
 AudioChannelLayout const& ChannelMap::GetChannelLayout(int index) const noexcept {
-    static AudioChannelLayout const kNone;
+    static AudioChannelLayout const& kNone = *new AudioChannelLayout;
     return Has(index) ? mEntries[static_cast<std::size_t>(index)].layout : kNone;
 }
 

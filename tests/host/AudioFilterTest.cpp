@@ -297,8 +297,7 @@ TEST_F(AudioFilterTest, ListOfParametersHoldsZeroForWhatIsNotPersisted) {
     class Info : public AudioFilterParameterInfo {
         float ToNormalized(float displayValue) const override { return displayValue; }
         float FromNormalized(float normalized) const override { return normalized; }
-        UString GetParameterString(float) const override { return {}; }
-        using UString = vyncore::UString;
+        vyncore::UString GetParameterString(float) const override { return {}; }
     };
     mFilter->infos = {new Info, new Info};
     mFilter->infos[0]->SetIsPersisted(false);

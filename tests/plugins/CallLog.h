@@ -30,6 +30,8 @@ enum class FixtureObject : int { Module, Factory, Component, Controller };
 /// | setComponentHandler, connect, disconnect | 1 for a pointer, 0 for null | | | | |
 /// | getMidiControllerAssignment | controller | channel | bus | | |
 /// | createInstance | result | | | | "IComponent" or "IEditController" |
+/// | the vendor's processor | first sample | number of samples | | | |
+/// | releaseVendor | | | | | |
 /// | destroyed | initialize calls without their terminate | | | | |
 /// | host:... | the host's result | the argument sent | | value sent | |
 /// | others that take an index or an ID | that | | | | |

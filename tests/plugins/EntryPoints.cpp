@@ -20,6 +20,7 @@ SMTG_EXPORT_SYMBOL FixtureExports const* FixtureEntry() {
             [](FixtureConfiguration const* configuration) {
                 ModuleState::Get().configuration = *configuration;
                 ModuleState::Get().latency = configuration->latency;
+                ModuleState::Get().throwingCalls = 0;
             },
         .setLatency = [](unsigned samples) { ModuleState::Get().latency = samples; },
         .calls = RecordedCalls,

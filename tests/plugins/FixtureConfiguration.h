@@ -100,6 +100,8 @@ struct FixtureMidiAssignment {
 struct FixtureConfiguration {
     std::uint64_t faults = 0;
     int processFaultAt = -1; ///< the process call since setActive(1) that does wrong; -1: each
+    char throwIn[48] = "";   ///< the call that throws, such as "Controller.getState"; "" for none
+    int throwFrom = 1;       ///< which of these calls is the first to throw, counted from 1 since this was set
 
     char className[64] = "Fixture";
     char subCategories[128] = "Fx";
@@ -154,6 +156,13 @@ struct FixtureConfiguration {
 
     bool performEditInProcess = false; ///< performEdit(0, 0.25) from each process call
     int restartFlagsAtActivation = 0;  ///< restartComponent with these at setActive(1)
+    bool spoilsOutputs = false;        ///< process, at its end, takes the output buses out of the host's own data
+
+    bool vendorInterfaces = false; ///< component, controller and processor answer for the vendor's
+    bool vendorAnswer = true;      ///< what the vendor's processor says to everything
+    char vendorName[64] = "";
+    unsigned vendorNameLength = 0;    ///< as it is stated
+    bool vendorNameTerminated = true; ///< false: a 'x' where the 0 belongs
 
     FixtureConfiguration& Fail(FixtureFault fault) {
         faults |= std::uint64_t{1} << static_cast<unsigned>(fault);
@@ -161,6 +170,12 @@ struct FixtureConfiguration {
     }
 
     bool Fails(FixtureFault fault) const { return ((faults >> static_cast<unsigned>(fault)) & 1) != 0; }
+
+    FixtureConfiguration& ThrowIn(std::string_view call, int from = 1) {
+        SetFixtureText(throwIn, call);
+        throwFrom = from;
+        return *this;
+    }
 
     FixtureConfiguration& SetBuses(std::initializer_list<FixtureBus> in, std::initializer_list<FixtureBus> out) {
         inputCount = outputCount = 0;

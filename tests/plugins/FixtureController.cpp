@@ -39,6 +39,8 @@ void* FixtureController::Find(TUID const id) {
         return static_cast<IMidiMapping*>(this);
     if (SameID(id, IConnectionPoint_iid) && mConfiguration.controllerConnects)
         return static_cast<IConnectionPoint*>(this);
+    if (SameID(id, kVendorControllerID) && mConfiguration.vendorInterfaces)
+        return &mVendorController;
     return nullptr;
 }
 

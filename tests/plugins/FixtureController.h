@@ -1,5 +1,6 @@
 #pragma once
 
+#include "plugins/FixtureVendor.h"
 #include "plugins/HostLink.h"
 
 #include "pluginterfaces/vst/ivsteditcontroller.h"
@@ -119,6 +120,7 @@ private:
 
     FixtureConfiguration const mConfiguration = ModuleState::Get().configuration;
     HostLink mLink{kObject};
+    VendorController mVendorController{*static_cast<IEditController*>(this), mConfiguration};
     IPtr<IComponentHandler> mHandler;
     std::vector<double> mValues;                        ///< of the ordinary parameters, by index
     std::unordered_map<ParamID, double> mSpecialValues; ///< of the special ones; its keys never change

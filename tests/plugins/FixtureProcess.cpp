@@ -35,6 +35,11 @@ tresult FixtureProcessor::process(ProcessData& data) {
     WriteOutputs(data);
     if (!mConfiguration.nullDsp)
         Render(data);
+    if (mConfiguration.spoilsOutputs && data.numOutputs > 0) {
+        data.outputs[0].channelBuffers32 = nullptr;
+        data.outputs[0].numChannels = 0;
+        data.numOutputs = 0;
+    }
     return faulty && Fails(FixtureFault::ProcessFails) ? kInternalError : kResultOk;
 }
 

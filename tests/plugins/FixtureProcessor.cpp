@@ -15,6 +15,10 @@ void* FixtureProcessor::Find(TUID const id) {
         return static_cast<IAudioProcessor*>(this);
     if (SameID(id, IConnectionPoint_iid) && mConfiguration.componentConnects)
         return static_cast<IConnectionPoint*>(this);
+    if (SameID(id, kVendorComponentID) && mConfiguration.vendorInterfaces)
+        return &mVendorComponent;
+    if (SameID(id, kVendorProcessorID) && mConfiguration.vendorInterfaces)
+        return &mVendorProcessor;
     return nullptr;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "plugins/FixtureVendor.h"
 #include "plugins/HostLink.h"
 
 #include "pluginterfaces/vst/ivstaudioprocessor.h"
@@ -95,6 +96,8 @@ private:
 
     FixtureConfiguration mConfiguration = ModuleState::Get().configuration;
     HostLink mLink{kObject};
+    VendorComponent mVendorComponent{*static_cast<IComponent*>(this), mConfiguration};
+    VendorProcessor mVendorProcessor{*static_cast<IComponent*>(this), mConfiguration};
     std::atomic<double> mGain{mConfiguration.DefaultValue(0)};
     int mProcessCalls = 0;
     std::vector<float> mDelayLines; ///< of every output channel in turn, mDelay samples each

@@ -72,8 +72,11 @@ struct FixtureSnapshot {
     FixtureBlob controllerState;
     unsigned componentHostAnswers; ///< FixtureHostInterface bits
     unsigned controllerHostAnswers;
-    char16_t hostName[128];
-    int droppedCalls; ///< calls that the log had no room for
+    char16_t hostName[128]; ///< every unit '?' before the host wrote
+    /// The host's createInstance during the last `initialize`, class and interface each being IMessage, IAttributeList,
+    /// FUnknown or IHostApplication: bit 4 * class + interface.
+    unsigned instancesMade, instancesRefused; ///< refused: kResultFalse and a null pointer
+    int droppedCalls;                         ///< calls that the log had no room for
 };
 
 } // namespace vynfixtures

@@ -37,11 +37,12 @@ public:
     }
 
     tresult Disconnect(IConnectionPoint* peer) {
+        // Let go first and file then: a call that is told to throw does so after its work.
+        bool const known = peer != nullptr && peer == mPeer;
+        if (known)
+            std::exchange(mPeer, nullptr)->release();
         Record(mObject, "disconnect", {.argument = peer != nullptr});
-        if (peer == nullptr || peer != mPeer)
-            return kResultFalse;
-        std::exchange(mPeer, nullptr)->release();
-        return kResultOk;
+        return known ? kResultOk : kResultFalse;
     }
 
     tresult Notify(IMessage* message) {

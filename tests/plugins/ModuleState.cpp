@@ -1,6 +1,8 @@
 #include "plugins/ModuleState.h"
 
 #include <algorithm>
+#include <stdexcept>
+#include <string_view>
 
 namespace vynfixtures {
 namespace {
@@ -8,6 +10,17 @@ namespace {
 FixtureCall calls[kFixtureLogCapacity];
 std::atomic<int> nextCall{0};
 std::atomic<void (*)(FixtureCall const*)> callSink{nullptr};
+
+void ThrowIfTold(FixtureObject object, std::string_view name) {
+    static constexpr std::string_view objects[] = {"Module.", "Factory.", "Component.", "Controller."};
+    FixtureConfiguration const& configuration = ModuleState::Get().configuration;
+    std::string_view const told = configuration.throwIn;
+    std::string_view const prefix = objects[static_cast<int>(object)];
+    if (!told.starts_with(prefix) || told.substr(prefix.size()) != name)
+        return;
+    if (ModuleState::Get().throwingCalls.fetch_add(1) + 1 >= configuration.throwFrom)
+        throw std::runtime_error("fixture");
+}
 
 } // namespace
 
@@ -33,6 +46,7 @@ void Record(FixtureObject object, char const* name, CallFacts const& facts) {
     call.thread = FixtureThread();
     if (auto const sink = callSink.load())
         sink(&call);
+    ThrowIfTold(object, name);
 }
 
 FixtureCall const* RecordedCalls(int* count) {

@@ -22,6 +22,7 @@ struct ModuleState {
     FixtureSnapshot snapshot{};
     std::atomic<unsigned> latency{0};
     std::atomic<int> liveObjects{0};
+    std::atomic<int> throwingCalls{0}; ///< calls so far of the one that the configuration lets throw
 
     static ModuleState& Get();
 };
@@ -34,7 +35,8 @@ struct CallFacts {
     char const* detail = "";
 };
 
-/// Files a call. Takes no lock and allocates nothing; does nothing when logging is off.
+/// Files a call. Takes no lock and allocates nothing; does nothing when logging is off. Throws what a call is told to
+/// throw, after it is filed.
 /// [any-thread]
 void Record(FixtureObject object, char const* name, CallFacts const& facts = {});
 

@@ -1,6 +1,7 @@
 #include "vynaudiofilterhost/inventory/PluginModule.h"
 
 #include "os/ModuleLoader.h"
+#include "vyncore/debug/Trace.h"
 #include "vyncore/strings/StringUtils.h"
 
 #include <exception>
@@ -23,6 +24,12 @@ HINSTANCE__* OpenGuarded(UString const& path, std::string& reason) {
     return nullptr;
 }
 
+void TraceBlockedLoader(UString const& path) {
+    vyncore::debug::Trace(0, "PluginModule",
+                          u"code of " + path + u" threw through the system's loader; every other thread that needs " +
+                              u"the loader from here on waits for ever");
+}
+
 } // namespace
 
 std::string PluginModule::sLocale = "en_US";
@@ -38,13 +45,20 @@ bool PluginModule::Load() {
     if (mModuleHandle)
         return true;
     std::string reason;
+    bool const wasBlocked = IsSystemLoaderBlocked();
     mModuleHandle = OpenGuarded(mPath, reason);
+    if (IsSystemLoaderBlocked() && !wasBlocked)
+        TraceBlockedLoader(mPath);
     mLoadError = mModuleHandle ? UString() : vyncore::string::UTF8to16(reason);
     return mModuleHandle != nullptr;
 }
 
 void PluginModule::Unload() {
     FreeModule();
+}
+
+bool PluginModule::IsSystemLoaderBlocked() noexcept {
+    return os::IsLoaderBlocked();
 }
 
 void PluginModule::SetLocaleIdentifier(UString const& locale) {
@@ -54,8 +68,11 @@ void PluginModule::SetLocaleIdentifier(UString const& locale) {
 void PluginModule::FreeModule() {
     if (!mCanUnload || !mModuleHandle)
         return;
+    bool const wasBlocked = IsSystemLoaderBlocked();
     os::CloseModule(mModuleHandle);
     mModuleHandle = nullptr;
+    if (IsSystemLoaderBlocked() && !wasBlocked)
+        TraceBlockedLoader(mPath);
 }
 
 } // namespace vynaudiofilterhost

@@ -33,6 +33,9 @@ public:
 
     /// Loads the file's code; on a loaded module it only returns true. False means that the system refused the file
     /// or that the file's own start-up code threw; GetLoadError then has the reason. Never throws.
+    ///
+    /// Start-up code that throws also blocks the system's loader (IsSystemLoaderBlocked), which is traced at level 0.
+    /// An application is spared that by opening files that it doesn't know in a child process first.
     /// [main-thread]
     virtual bool Load();
 
@@ -59,6 +62,12 @@ public:
     /// Why the last Load failed, in words for a person; empty when it did not fail or none was called.
     /// [main-thread]
     vyncore::UString GetLoadError() const { return mLoadError; }
+
+    /// Whether the code of some module threw while the system loaded or freed it. From then on only the thread on which
+    /// that happened can load code; every other that asks the system's loader for something waits for ever, be it
+    /// inside a library or a plug-in. The process had best be ended soon.
+    /// [any-thread]
+    static bool IsSystemLoaderBlocked() noexcept;
 
     /// The locale that plug-ins are told, such as "en_US", which is also what they are told before any call of this.
     /// To be set before the first plug-in is made, since plug-ins may ask on any thread.

@@ -75,8 +75,9 @@ std::vector<DirectoryEntry> ListDirectory(vyncore::UString const& path) {
 }
 
 vyncore::UString JoinPath(vyncore::UString const& folder, vyncore::UString const& name) {
-    bool const needsSeparator = !folder.empty() && folder.back() != u'/';
-    return needsSeparator ? folder + u'/' + name : folder + name;
+    if (folder.empty())
+        return {};
+    return folder.back() == u'/' ? folder + name : folder + u'/' + name;
 }
 
 } // namespace os

@@ -2,9 +2,11 @@
 
 #include "os/FileSystem.h"
 #include "os/linux/NativePath.h"
+#include "os/Thread.h"
 #include "vyncore/strings/StringUtils.h"
 
 #include <algorithm>
+#include <atomic>
 #include <dlfcn.h>
 #include <exception>
 #include <map>
@@ -49,10 +51,22 @@ void* (*volatile const kOpen)(char const*, int) = dlopen;
 int (*volatile const kClose)(void*) = dlclose;
 
 // Modules whose start-up code threw, and the reason. The system counts them as open, so that opening one again would
-// give a module whose objects were never made. Its lock stays with this thread too; only the main thread opens modules.
+// give a module whose objects were never made. Never destroyed: static objects may open modules while they go.
 std::map<FileIdentity, std::string>& ModulesThatThrew() {
-    static std::map<FileIdentity, std::string> modules;
+    static std::map<FileIdentity, std::string>& modules = *new std::map<FileIdentity, std::string>;
     return modules;
+}
+
+// The thread that holds the loader's lock for good, 0 while there is none. The lock lets its holder in again.
+std::atomic<unsigned> theBlockingThread{0};
+
+void SetLoaderBlocked() {
+    theBlockingThread.store(GetCurrentThreadID(), std::memory_order_release);
+}
+
+bool WouldWaitForEver() {
+    unsigned const holder = theBlockingThread.load(std::memory_order_acquire);
+    return holder != 0 && holder != GetCurrentThreadID();
 }
 
 void* Open(std::string const& path, std::string& reason) {
@@ -75,6 +89,7 @@ void* OpenGuarded(std::string const& path, FileIdentity const& identity, std::st
     } catch (...) {
         reason = "its start-up code threw an exception";
     }
+    SetLoaderBlocked();
     ModulesThatThrew().emplace(identity, reason);
     return nullptr;
 }
@@ -87,6 +102,10 @@ HINSTANCE__* OpenModule(vyncore::UString const& path, std::string& reason) {
         reason = why;
         return nullptr;
     }
+    if (WouldWaitForEver()) {
+        reason = "a module that threw while it was loaded blocks the system's loader for this thread";
+        return nullptr;
+    }
     std::string native = ToNativePath(path).value_or("");
     // Without a slash dlopen would look through the library path.
     if (native.find('/') == std::string::npos)
@@ -96,17 +115,22 @@ HINSTANCE__* OpenModule(vyncore::UString const& path, std::string& reason) {
 }
 
 void CloseModule(HINSTANCE__* module) noexcept {
-    if (!module)
+    if (!module || WouldWaitForEver())
         return;
     try {
         kClose(module);
     } catch (...) {
         // The module's own clean-up threw; nobody is left who could do anything about it.
+        SetLoaderBlocked();
     }
 }
 
 void* FindExport(HINSTANCE__* module, char const* name) noexcept {
-    return module && name ? dlsym(module, name) : nullptr;
+    return module && name && !WouldWaitForEver() ? dlsym(module, name) : nullptr;
+}
+
+bool IsLoaderBlocked() noexcept {
+    return theBlockingThread.load(std::memory_order_acquire) != 0;
 }
 
 } // namespace os

@@ -48,7 +48,7 @@ vyncore::UString GetPreferencesFolder() {
     if (!folder.empty())
         return folder;
     vyncore::UString const home = GetHomeFolder();
-    return home.empty() ? home : JoinPath(home, u".config");
+    return JoinPath(home, u".config");
 }
 
 vyncore::UString GetTemporaryFolder() {

@@ -8,7 +8,8 @@
 namespace vyncore::config {
 
 Localizer& Localizer::Get() {
-    static Localizer localizer;
+    // Never destroyed: texts are still asked for while static objects go.
+    static Localizer& localizer = *new Localizer;
     return localizer;
 }
 

@@ -11,6 +11,7 @@
 namespace vyncore::debug {
 
 /// Writes the present state of the part that registered it. Must not render the monitors itself.
+/// [main-thread]
 using DebugMonitorCallback = std::function<void(UTF16StringStream&)>;
 
 /// Registers a monitor; one of the same name is replaced. An empty callback or a null name does nothing.
@@ -23,7 +24,7 @@ VYN_API void UnregisterDebugMonitorCallback(char const* name);
 
 /// What all monitors have to say, in the order of their names: for each a line with the name, then its text, then a
 /// line end. A callback that throws is named as failed.
-/// [any-thread]
+/// [main-thread]
 VYN_API UString RenderDebugMonitors();
 
 } // namespace vyncore::debug

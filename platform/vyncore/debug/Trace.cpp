@@ -41,11 +41,17 @@ void PublishLevels(TraceState const& state) {
         gChangeCount.fetch_add(1, std::memory_order_release);
 }
 
+bool IsControl(char16_t unit) {
+    return (unit < u' ' && unit != u'\t') || (unit >= 0x7F && unit <= 0x9F);
+}
+
 void WriteToStandardError(std::string_view tag, std::string_view text) {
     while (!text.empty() && text.back() == '\n')
         text.remove_suffix(1);
-    std::string line;
-    line.append(tag).append(": ").append(text).append("\n");
+    // Plug-ins' own texts get here: none may forge a line or steer the terminal.
+    UString shown = string::UTF8to16(std::string(tag).append(": ").append(text));
+    std::replace_if(shown.begin(), shown.end(), IsControl, u' ');
+    std::string const line = string::UTF16to8(shown) + '\n';
     // In one piece, so that lines of several threads don't mix.
     std::fwrite(line.data(), 1, line.size(), stderr);
 }

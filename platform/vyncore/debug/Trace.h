@@ -11,7 +11,8 @@
 
 /// Tracing: lines of text with a tag, which names a class or an operation, and a level. Complaints have level 0,
 /// progress has level 6. A text passes when its level is at most the level set for its tag, or the general one when its
-/// tag has none. At the start the general level is 0 and what passes is written to standard error as "tag: text".
+/// tag has none. At the start the general level is 0 and what passes is written to standard error, one line "tag: text"
+/// each: control characters other than tabs, line ends included, show there as blanks.
 ///
 /// Tracing never changes what the caller does: it throws nothing, and a text that can't be delivered is lost.
 namespace vyncore::debug {
@@ -30,7 +31,7 @@ VYN_API void Trace(int level, char const* tag, UString const& text) noexcept;
 VYN_API void Trace(int level, char const* tag, char const* text) noexcept;
 
 /// Gives a text to the sink under the tag "debug" and level 0, whatever the filter says: for output that somebody asked
-/// for. The text is UTF-8 and may have several lines.
+/// for. The text is UTF-8; a sink gets it with the line ends that it has.
 /// [any-thread]
 VYN_API void DebugTrace(std::string_view text) noexcept;
 

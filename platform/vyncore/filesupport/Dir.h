@@ -20,7 +20,7 @@ public:
     /// [any-thread]
     explicit Dir(UString path);
 
-    /// The folder `child` in `parent`.
+    /// The folder `child` in `parent`; no folder when the parent is none.
     /// [any-thread]
     Dir(Dir const& parent, UString const& child);
 

@@ -17,7 +17,7 @@ public:
     /// [any-thread]
     explicit File(UString path);
 
-    /// The file `name` in that folder.
+    /// The file `name` in that folder; no file when the folder is none.
     /// [any-thread]
     File(Dir const& folder, UString const& name);
 

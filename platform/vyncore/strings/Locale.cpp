@@ -20,7 +20,7 @@ std::locale MakeRules() {
 Locale::Locale() : mLocale(MakeRules()) {}
 
 Locale const& Locale::Default() {
-    static Locale const locale;
+    static Locale const& locale = *new Locale;
     return locale;
 }
 

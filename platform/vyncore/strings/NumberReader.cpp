@@ -1,7 +1,10 @@
 #include "vyncore/strings/NumberReader.h"
 
+#include <cctype>
 #include <charconv>
 #include <cstdint>
+#include <locale>
+#include <sstream>
 #include <string>
 #include <system_error>
 #include <type_traits>
@@ -32,11 +35,33 @@ void DropHexPrefix(std::string& head) {
         head.erase(start, 2);
 }
 
+// The conversion doesn't tell too small from too large; a stream does, and gives the nearest number, which may be 0.
+bool ReadExtreme(std::string const& number, double& value) {
+    std::istringstream stream(number);
+    stream.imbue(std::locale::classic());
+    stream >> value;
+    if (!stream)
+        value = 0;
+    return static_cast<bool>(stream);
+}
+
+std::from_chars_result ConvertReal(std::string const& head, double& value) {
+    char const* const begin = head.data();
+    // "inf" and "nan" are words here.
+    std::size_t const first = head.starts_with('-') ? 1 : 0;
+    if (first == head.size() || std::isalpha(static_cast<unsigned char>(head[first])))
+        return {begin, std::errc::invalid_argument};
+    std::from_chars_result result = std::from_chars(begin, begin + head.size(), value);
+    if (result.ec == std::errc::result_out_of_range && ReadExtreme(std::string(begin, result.ptr), value))
+        result.ec = {};
+    return result;
+}
+
 template <class T>
 std::from_chars_result Convert(std::string const& head, T& value, [[maybe_unused]] int base) {
     char const* const end = head.data() + head.size();
     if constexpr (std::is_floating_point_v<T>)
-        return std::from_chars(head.data(), end, value);
+        return ConvertReal(head, value);
     else
         return std::from_chars(head.data(), end, value, base);
 }

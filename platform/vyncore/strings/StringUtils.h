@@ -28,6 +28,7 @@ VYN_API UString UpperCase(UString const& text, Locale const& locale = Locale::De
 
 /// Reads the number at the head of `text`; blanks before it and anything behind it are passed over.
 /// False when there is none or it doesn't fit, and `value` is 0 then. An unsigned number has no minus sign.
+/// A double too small to hold reads as 0, which is no failure; "inf" and "nan" are no numbers.
 /// [any-thread]
 VYN_API bool StringToNumber(std::u16string_view text, int& value);
 VYN_API bool StringToNumber(std::u16string_view text, unsigned& value);

@@ -12,18 +12,27 @@ namespace vyncore::utility {
 /// inside another one is fine as long as nobody takes a reference.
 class VYN_API RefCountedObject : public virtual RefCountedInterface {
 public:
+    /// [any-thread]
     void AddRef() const noexcept override { mReferenceCount.fetch_add(1, std::memory_order_relaxed); }
 
+    /// [any-thread]
     void Release() const noexcept override {
         // The deleting thread must see every write that other holders made before they let go.
-        if (mReferenceCount.fetch_sub(1, std::memory_order_acq_rel) == 1)
-            delete this;
+        if (mReferenceCount.fetch_sub(1, std::memory_order_acq_rel) != 1)
+            return;
+        // Whoever takes and gives back a reference while the destructor runs must not delete once more.
+        mReferenceCount.store(kDying, std::memory_order_relaxed);
+        delete this;
     }
 
     /// The number of references at this moment. A result of 1 seen by the one holder is reliable, and what other
     /// holders wrote before they let go is visible then.
     /// [any-thread]
     int GetReferenceCount() const noexcept { return mReferenceCount.load(std::memory_order_acquire); }
+
+    /// Whether the last reference has gone and the destructor runs.
+    /// [any-thread]
+    bool IsBeingDestroyed() const noexcept { return GetReferenceCount() >= kDying / 2; }
 
 protected:
     RefCountedObject() = default;
@@ -32,6 +41,8 @@ protected:
     ~RefCountedObject() override = default;
 
 private:
+    static constexpr int kDying = 1 << 30;
+
     mutable std::atomic<int> mReferenceCount{0};
 };
 

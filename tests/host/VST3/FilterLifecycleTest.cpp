@@ -10,7 +10,9 @@ namespace {
 
 using namespace vynaudiofilterhost;
 using namespace vynfixtures;
+using testing::Each;
 using testing::ElementsAre;
+using testing::EndsWith;
 using vynmediatypes::AudioBusDescription;
 using vyntest::Block;
 
@@ -152,7 +154,19 @@ TEST_F(FilterLifecycleTest, SingleObjectIsInitializedAndTerminatedTwice) {
     EXPECT_EQ(fixture->CountCalls("terminate"), 2);
 }
 
+TEST_F(FilterLifecycleTest, SingleObjectWhoseSecondInitializeFailsLivesAndIsTerminatedOnce) {
+    FixtureConfiguration configuration;
+    Open(configuration.Fail(FixtureFault::ControllerInitializeFails), "single.vst3");
+    ASSERT_TRUE(filter);
+    filter.reset();
+    EXPECT_THAT(fixture->CallTexts({"terminate", "destroyed"}),
+                ElementsAre("Component.terminate()", "Component.destroyed(0)"));
+}
+
 TEST_F(FilterLifecycleTest, PluginThatCannotBeMadeGivesNoFilterAndLeavesNothing) {
+    Open({});
+    filter.reset();
+    int const references = (*fixture)->factoryReferences();
     for (FixtureFault const fault : {FixtureFault::ComponentCreationFails, FixtureFault::ComponentCreationNull,
                                      FixtureFault::ComponentInitializeFails, FixtureFault::NoAudioProcessor,
                                      FixtureFault::ControllerClassIdFails, FixtureFault::ControllerCreationFails,
@@ -161,7 +175,8 @@ TEST_F(FilterLifecycleTest, PluginThatCannotBeMadeGivesNoFilterAndLeavesNothing)
         Open(configuration.Fail(fault));
         EXPECT_FALSE(filter) << static_cast<int>(fault);
         EXPECT_EQ((*fixture)->liveObjects(), 0) << static_cast<int>(fault);
-        EXPECT_LE(fixture->CountCalls("terminate"), fixture->CountCalls("initialize"));
+        EXPECT_EQ((*fixture)->factoryReferences(), references) << static_cast<int>(fault);
+        EXPECT_THAT(fixture->CallTexts({"destroyed"}), Each(EndsWith("(0)"))) << "initialized and not terminated";
     }
 }
 

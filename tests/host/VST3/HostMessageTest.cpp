@@ -109,9 +109,14 @@ TEST(HostAttributeListTest, NullsAndAbsurdSizesChangeNothing) {
     EXPECT_EQ(list.getInt(nullptr, number), kInvalid);
     EXPECT_EQ(list.setString("b", nullptr), kInvalid);
     EXPECT_EQ(list.setString(nullptr, u"x"), kInvalid);
-    EXPECT_EQ(list.getString("b", nullptr, 2), kInvalid);
     EXPECT_EQ(list.getString(nullptr, &unit, 2), kInvalid);
     EXPECT_EQ(list.getString("missing", &unit, 2), kResultFalse);
+    EXPECT_EQ(list.getString("missing", nullptr, 2), kResultFalse);
+    EXPECT_EQ(list.getString("b", nullptr, 2), kResultOk) << "bytes have no units to copy";
+    list.setString("s", u"hello");
+    EXPECT_EQ(list.getString("s", nullptr, 2), kInvalid);
+    EXPECT_EQ(list.getString("s", nullptr, 1), kResultOk) << "not one unit fits";
+    EXPECT_EQ(list.getString("s", nullptr, 0), kResultOk);
     EXPECT_EQ(list.setBinary("b", nullptr, 7), kInvalid);
     EXPECT_EQ(list.setBinary("b", &unit, 0xFFFFFFFF), Steinberg::kOutOfMemory);
     EXPECT_EQ(list.getBinary(nullptr, data, size), kInvalid);

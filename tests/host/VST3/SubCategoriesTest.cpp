@@ -12,7 +12,7 @@ TEST(VST3SubCategoriesTest, FirstRowOfTheTableDecides) {
         bool instrument;
     } const kCases[] = {
         // clang-format off
-        {"Fx|Analyzer", 11, false}, {"Fx|Delay|Reverb", 12, false}, {"Fx|Reverb|Fx|Delay", 12, false},
+        {"Fx|Analyzer", 11, false}, {"Fx|Delay|Reverb", 12, false}, {"Fx|Reverb|Delay", 12, false},
         {"Fx|Reverb", 24, false}, {"Fx|Dynamics|Fx", 14, false}, {"Fx|Mastering", 20, false},
         {"Fx|Restoration", 23, false}, {"Fx|Generator", 19, false}, {"Fx|Spatial", 18, false},
         {"Fx|Distortion", 13, false}, {"Fx|EQ", 15, false}, {"Fx|Filter", 16, false}, {"Fx|Modulation", 21, false},

@@ -7,33 +7,56 @@
 namespace vynaudiofilterhost {
 namespace {
 
+using vyncore::UString;
 using vyncore::proplist::PropList;
+
+// Keys and types as they lie in files of earlier runs.
+PropList StoredByHand() {
+    PropList list;
+    list.SetValue("locator", UString(u"3:/p/a.vst3"));
+    list.SetValue("name", UString(u"Name"));
+    list.SetValue("vendor", UString(u"Vendor"));
+    list.SetValue("version", 0xFFFF0001u);
+    list.SetValue("type", 2);
+    list.SetValue("enabled", true);
+    list.SetValue("isShell", true);
+    list.SetValue("hasNonSynth", false);
+    return list;
+}
 
 TEST(PluginModuleInfoTest, StoredCopyHoldsEveryFact) {
     PluginLocator const locator(kTechnologyVST3, u"/p/a.vst3");
     PluginModuleInfo info(locator, u"Name", u"Vendor", 0xFFFF0001u, kTechnologyVST, true, true);
     EXPECT_FALSE(info.HasAnyNonSynthEffect());
 
-    PropList list;
-    info.Write(list);
-    PluginModuleInfo const copy(list);
-    EXPECT_TRUE(copy.GetLocator() == locator);
-    EXPECT_EQ(copy.GetName(), u"Name");
-    EXPECT_EQ(copy.GetVendor(), u"Vendor");
-    EXPECT_EQ(copy.GetVersion(), 0xFFFF0001u);
-    EXPECT_EQ(copy.GetType(), kTechnologyVST);
-    EXPECT_TRUE(copy.IsEnabled());
-    EXPECT_TRUE(copy.IsShell());
-    EXPECT_FALSE(copy.HasAnyNonSynthEffect());
+    PropList written;
+    info.Write(written);
+    EXPECT_EQ(written, StoredByHand());
+}
+
+TEST(PluginModuleInfoTest, ReadsWhatWasStored) {
+    PluginModuleInfo const info(StoredByHand());
+    EXPECT_TRUE(info.GetLocator() == PluginLocator(kTechnologyVST3, u"/p/a.vst3"));
+    EXPECT_EQ(info.GetName(), u"Name");
+    EXPECT_EQ(info.GetVendor(), u"Vendor");
+    EXPECT_EQ(info.GetVersion(), 0xFFFF0001u);
+    EXPECT_EQ(info.GetType(), kTechnologyVST);
+    EXPECT_TRUE(info.IsEnabled());
+    EXPECT_TRUE(info.IsShell());
+    EXPECT_FALSE(info.HasAnyNonSynthEffect());
 }
 
 TEST(PluginModuleInfoTest, MissingKeysTakeTheDefaultsOfStorage) {
     PropList list;
-    list.SetValue("locator", vyncore::UString(u"2:/p/a.so"));
+    list.SetValue("locator", UString(u"2:/p/a.so"));
     PluginModuleInfo info(list);
     EXPECT_EQ(info.GetLocator().GetPath(), u"/p/a.so");
     EXPECT_EQ(info.GetType(), kTechnologyNone);
+    EXPECT_EQ(info.GetName(), u"");
+    EXPECT_EQ(info.GetVendor(), u"");
+    EXPECT_EQ(info.GetVersion(), 0u);
     EXPECT_FALSE(info.IsEnabled());
+    EXPECT_FALSE(info.IsShell());
     EXPECT_TRUE(info.HasAnyNonSynthEffect());
 
     info.SetEnabled(true);

@@ -2,6 +2,7 @@
 
 #include "vynaudiofilterhost/AudioFilter.h"
 #include "vynaudiofilterhost/inventory/PluginModuleInfo.h"
+#include "vyncore/debug/Trace.h"
 #include "vyncore/strings/StringUtils.h"
 #include "vyncore/utility/ModuleFunctions.h"
 
@@ -70,12 +71,21 @@ TEST(PluginModuleTest, ALoadThatFailsSaysWhy) {
 }
 
 TEST(PluginModuleTest, AModuleWhoseStartUpCodeThrowsNeverLoads) {
+    int const expected = PluginModule::IsSystemLoaderBlocked() ? 0 : 1;
+    int complaints = 0;
+    vyncore::debug::SetTraceSink([&complaints](int, std::string_view, std::string_view text) {
+        EXPECT_NE(text.find(VYN_THROWING_MODULE), std::string_view::npos) << text;
+        ++complaints;
+    });
     BareModule module(VYN_THROWING_MODULE, true);
     for (int attempt = 0; attempt < 2; ++attempt) {
         EXPECT_FALSE(module.Load()) << "attempt " << attempt;
         EXPECT_EQ(module.GetOSModule(), nullptr);
         EXPECT_NE(module.GetLoadError(), u"");
     }
+    vyncore::debug::SetTraceSink({});
+    EXPECT_EQ(complaints, expected);
+    EXPECT_TRUE(PluginModule::IsSystemLoaderBlocked());
 }
 
 TEST(PluginModuleTest, LocaleIsAmericanEnglishUntilSet) {

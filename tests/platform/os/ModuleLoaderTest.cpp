@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <thread>
 
 namespace {
 
@@ -77,6 +78,14 @@ TEST(ModuleLoaderTest, WhatStartUpCodeThrowsIsAReasonAndLoadingGoesOn) {
     std::string reason;
     HINSTANCE__* const module = os::OpenModule(kPlain.u16string(), reason);
     EXPECT_NE(module, nullptr) << reason;
+    EXPECT_TRUE(os::IsLoaderBlocked());
+    // Each of these would wait for ever for the lock that the module left behind.
+    std::thread([module] {
+        EXPECT_EQ(os::FindExport(module, "PlainAnswer"), nullptr);
+        WhyNotOpened(kPlain);
+        os::CloseModule(module);
+    }).join();
+    EXPECT_NE(os::FindExport(module, "PlainAnswer"), nullptr);
     os::CloseModule(module);
 }
 

@@ -81,7 +81,9 @@ TEST_F(TraceTest, WithoutASinkALineGoesToStandardError) {
     Trace(0, "AudioFilter", u"complaint");
     Trace(1, "AudioFilter", u"too fine");
     DebugTrace("line\nwith an end\n");
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "AudioFilter: complaint\ndebug: line\nwith an end\n");
+    Trace(0, "Plug\nin", u"\u00e4\tb\x1b[2J\r\u009bc");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "AudioFilter: complaint\ndebug: line with an end\nPlug in: \xc3\xa4\tb [2J  c\n");
 }
 
 TEST_F(TraceTest, ThreadsTraceWhileFilterAndSinkChange) {

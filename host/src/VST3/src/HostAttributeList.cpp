@@ -45,12 +45,12 @@ tresult PLUGIN_API HostAttributeList::setString(AttrID id, TChar const* text) {
 }
 
 tresult PLUGIN_API HostAttributeList::getString(AttrID id, TChar* buffer, uint32 sizeInBytes) {
-    if (!id || !buffer)
-        return Steinberg::kInvalidArgument;
     HostAttribute const* const attribute = Find(id);
     if (!attribute)
-        return Steinberg::kResultFalse;
+        return id ? Steinberg::kResultFalse : Steinberg::kInvalidArgument;
     std::size_t const count = std::min(attribute->text.size(), sizeInBytes / sizeof(TChar));
+    if (!buffer && count != 0)
+        return Steinberg::kInvalidArgument;
     std::copy_n(attribute->text.data(), count, buffer);
     return Steinberg::kResultOk;
 }

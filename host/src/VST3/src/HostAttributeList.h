@@ -18,7 +18,7 @@ namespace vynaudiofilterhost::vst3 {
 /// Named values that a plug-in puts into a message for its other half. The host makes the list and never reads it. It
 /// lives by its count of references and may be held past the message. It has no lock: one thread at a time uses it.
 ///
-/// A null name or pointer gives kInvalidArgument and changes nothing.
+/// A null name gives kInvalidArgument and changes nothing, and so does a null pointer to what is to be filed or filled.
 class HostAttributeList final : public HostObject<Steinberg::Vst::IAttributeList> {
 public:
     HostAttributeList() = default;
@@ -46,7 +46,8 @@ public:
     Steinberg::tresult PLUGIN_API setString(AttrID id, Steinberg::Vst::TChar const* text) override;
 
     /// Copies as many units as fit into `sizeInBytes` bytes, and adds no terminator: the caller clears its buffer. An
-    /// attribute of another type has no units. kResultFalse for a name that is missing.
+    /// attribute of another type has no units. A null buffer is fine where nothing is copied. kResultFalse for a name
+    /// that is missing.
     /// [any-thread]
     Steinberg::tresult PLUGIN_API getString(AttrID id, Steinberg::Vst::TChar* buffer,
                                             Steinberg::uint32 sizeInBytes) override;

@@ -11,8 +11,8 @@ namespace vynaudiofilterhost::vst3 {
 /// and the count of references. It owns nothing and knows nothing of what the interface does.
 ///
 /// The count starts at 1, which belongs to whoever made the object; the release of the last reference deletes it. An
-/// object on the stack or inside another one keeps that first reference for itself and never gives it back.
-/// The destructor follows the slots of the interface in the table of operations.
+/// object inside another one (Life::kEmbedded) goes with that, whatever a plug-in gives back. The destructor follows
+/// the slots of the interface in the table of operations.
 template <class Interface>
 class HostObject : public Interface {
 public:
@@ -43,13 +43,16 @@ public:
     /// [any-thread]
     Steinberg::uint32 PLUGIN_API release() override {
         Steinberg::int32 const left = mReferenceCount.fetch_sub(1, std::memory_order_acq_rel) - 1;
-        if (left == 0)
+        if (left == 0 && mLife == Life::kCounted)
             delete this;
         return static_cast<Steinberg::uint32>(left);
     }
 
 protected:
-    HostObject() = default;
+    /// Whether the count ends the object, or whoever it is a part of.
+    enum class Life { kCounted, kEmbedded };
+
+    explicit HostObject(Life life = Life::kCounted) noexcept : mLife(life) {}
     virtual ~HostObject() = default;
 
 private:
@@ -59,6 +62,7 @@ private:
     }
 
     std::atomic<Steinberg::int32> mReferenceCount{1};
+    Life const mLife;
 };
 
 } // namespace vynaudiofilterhost::vst3

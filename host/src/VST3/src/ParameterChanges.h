@@ -22,7 +22,9 @@ namespace vynaudiofilterhost::vst3 {
 /// the whole pool.
 class ParameterChanges final : public HostObject<Steinberg::Vst::IParameterChanges> {
 public:
-    ParameterChanges() = default;
+    /// As a part of another object, which it goes with.
+    /// [any-thread]
+    ParameterChanges() noexcept : HostObject(Life::kEmbedded) {}
 
     /// Gives the pool's reference on each queue back.
     /// [main-thread & suspended]

@@ -27,10 +27,15 @@ ParameterPointQueues::ParameterPointQueues(ParameterPointQueues const& other) {
 ParameterPointQueues& ParameterPointQueues::operator=(ParameterPointQueues const& other) {
     if (this == &other)
         return *this;
-    std::vector<ParamID> list(other.mIDs.size());
-    for (std::size_t ring = 0; ring < other.mIDs.size(); ++ring)
-        list[other.mPlaceInList[ring]] = other.mIDs[ring];
-    SetParameters(list);
+    // The rings stay where they are when they can: the plug-in of a filter may be pushing already.
+    if (mIDs == other.mIDs && mPlaceInList == other.mPlaceInList) {
+        TakeChanged([](ParamID, ParameterPoint const&) {});
+    } else {
+        std::vector<ParamID> list(other.mIDs.size());
+        for (std::size_t ring = 0; ring < other.mIDs.size(); ++ring)
+            list[other.mPlaceInList[ring]] = other.mIDs[ring];
+        SetParameters(list);
+    }
     for (std::size_t ring = 0; ring < mIDs.size(); ++ring) {
         other.mRings[ring].ForEach([&](ParameterPoint const& point) {
             mRings[ring].Push(point);
@@ -45,17 +50,21 @@ void ParameterPointQueues::SetParameters(std::vector<ParamID> const& ids) {
     for (ParamID const id : ids)
         places.emplace(id, static_cast<std::uint32_t>(places.size()));
 
-    mIDs.clear();
-    mPlaceInList.clear();
+    std::vector<ParamID> sorted;
+    std::vector<std::uint32_t> placesInList;
     for (auto const& [id, place] : places) {
-        mIDs.push_back(id);
-        mPlaceInList.push_back(place);
+        sorted.push_back(id);
+        placesInList.push_back(place);
     }
     // calloc and not a vector: large blocks come as pages of zeros that cost nothing until they are touched.
-    mRings.reset(static_cast<ParameterPointRing*>(std::calloc(mIDs.size(), sizeof(ParameterPointRing))));
-    if (!mRings && !mIDs.empty())
+    std::unique_ptr<ParameterPointRing[], FreeRings> rings(
+        static_cast<ParameterPointRing*>(std::calloc(sorted.size(), sizeof(ParameterPointRing))));
+    if (!rings && !sorted.empty())
         throw std::bad_alloc();
-    mChanged = AtomicIndexSet(mIDs.size());
+    mChanged = AtomicIndexSet(sorted.size());
+    mIDs = std::move(sorted);
+    mPlaceInList = std::move(placesInList);
+    mRings = std::move(rings);
 }
 
 void ParameterPointQueues::PushPoint(ParamID id, double value, std::int32_t sampleOffset) noexcept {
@@ -97,7 +106,10 @@ bool ParameterPointQueues::CollectFromParameterChanges(ParameterChanges& changes
     for (Steinberg::int32 place = 0; place < changes.getParameterCount(); ++place) {
         auto* const queue = changes.getParameterData(place);
         ParamID const id = queue->getParameterId();
-        for (Steinberg::int32 index = 0; index < queue->getPointCount(); ++index) {
+        // Of more points than a ring holds only the newest would stay.
+        Steinberg::int32 const count = queue->getPointCount();
+        constexpr auto kCapacity = static_cast<Steinberg::int32>(ParameterPointRing::kCapacity);
+        for (Steinberg::int32 index = std::max(0, count - kCapacity); index < count; ++index) {
             Steinberg::int32 sampleOffset = 0;
             Steinberg::Vst::ParamValue value = 0.0;
             if (queue->getPoint(index, sampleOffset, value) != Steinberg::kResultOk)
@@ -119,6 +131,7 @@ std::size_t ParameterPointQueues::FindRing(ParamID id) const noexcept {
 
 std::vector<std::uint32_t> ParameterPointQueues::ChangedInListOrder() {
     std::vector<std::uint32_t> rings;
+    rings.reserve(mIDs.size()); // nothing may fail once the marks are taken
     mChanged.TakeAll([&](std::size_t ring) { rings.push_back(static_cast<std::uint32_t>(ring)); });
     std::sort(rings.begin(), rings.end(),
               [this](std::uint32_t left, std::uint32_t right) { return mPlaceInList[left] < mPlaceInList[right]; });

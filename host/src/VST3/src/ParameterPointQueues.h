@@ -59,8 +59,16 @@ public:
     void TakeChanged(Visitor&& visit) {
         if (mChanged.IsEmpty())
             return;
-        for (std::uint32_t const ring : ChangedInListOrder())
-            TakePoints(ring, [&](ParameterPoint const& point) { visit(mIDs[ring], point); });
+        std::vector<std::uint32_t> const rings = ChangedInListOrder();
+        try {
+            for (std::uint32_t const ring : rings)
+                TakePoints(ring, [&](ParameterPoint const& point) { visit(mIDs[ring], point); });
+        } catch (...) {
+            // What a plug-in threw in the middle of must not keep the rest from the next time.
+            for (std::uint32_t const ring : rings)
+                mChanged.Insert(ring);
+            throw;
+        }
     }
 
 private:

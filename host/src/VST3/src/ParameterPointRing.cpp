@@ -94,24 +94,30 @@ bool ParameterPointRing::Pop(ParameterPoint& point) noexcept {
 }
 
 bool ParameterPointRing::Read(std::uint64_t& next, ParameterPoint& point) const noexcept {
-    for (std::uint64_t tickets = Load(mTickets); next < tickets; tickets = Load(mTickets)) {
-        if (tickets - next > kCapacity)
-            next = tickets - kCapacity;
-        Slot& slot = mSlots[next % kCapacity];
+    std::uint64_t ticket = next;
+    bool held = false; // the point at next is still being written
+    for (std::uint64_t tickets = Load(mTickets); ticket < tickets; tickets = Load(mTickets)) {
+        if (tickets - ticket > kCapacity)
+            ticket = tickets - kCapacity;
+        if (!held)
+            next = ticket;
+        Slot& slot = mSlots[ticket % kCapacity];
         std::uint64_t const tag = Load(slot.tag);
-        if (TagTurn(tag) != TurnOf(next) || TagState(tag) >= kAbandoned) {
-            ++next; // overwritten meanwhile, or passed over
-            continue;
+        if (TagTurn(tag) != TurnOf(ticket) || TagState(tag) >= kAbandoned) {
+            ++ticket; // overwritten meanwhile, or passed over
+        } else if (TagState(tag) == kBusy) {
+            // A newer point behind it replaces it; without one it is worth waiting for, until another time.
+            held = true;
+            ++ticket;
+        } else if (std::uint64_t const value = Load(slot.value);
+                   AtomicWord(slot.tag).load(std::memory_order_relaxed) == tag) {
+            point = {std::bit_cast<double>(value), static_cast<std::int32_t>(tag >> 32)};
+            next = ticket + 1;
+            return true;
         }
-        if (TagState(tag) == kBusy)
-            return false;
-        std::uint64_t const value = Load(slot.value);
-        if (AtomicWord(slot.tag).load(std::memory_order_relaxed) != tag)
-            continue;
-        point = {std::bit_cast<double>(value), static_cast<std::int32_t>(tag >> 32)};
-        ++next;
-        return true;
     }
+    if (!held)
+        next = ticket;
     return false;
 }
 

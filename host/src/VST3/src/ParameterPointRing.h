@@ -12,9 +12,10 @@ namespace vynaudiofilterhost::vst3 {
 /// A record without a constructor: all bytes 0 is an empty ring, so that the rings of thousands of parameters can stand
 /// in zeroed memory that nothing has touched yet.
 ///
-/// Thread safety: Push from any thread; Pop from one thread at a time. Nobody waits for anybody: a point whose writer
-/// has been held up is read later, and a slot whose writer has been held up for a whole turn of the ring is passed
-/// over. A point may be overwritten by a newer one, but what Pop gives was pushed as it is.
+/// Thread safety: Push from any thread; Pop from one thread at a time. Nobody waits for anybody, as long as
+/// fewer than kCapacity writers are inside at once: a point whose writer has been held up is read later, and a slot
+/// whose writer has been held up for a whole turn of the ring is passed over. A point may be overwritten by a newer
+/// one, but what Pop gives was pushed as it is.
 ///
 /// Invariants. A ticket is the number of a push; ticket t belongs to slot t % kCapacity, in turn t / kCapacity + 1.
 /// 1. A slot has at most one owner, the writer that moved it to kBusy; only the owner writes the value.
@@ -27,7 +28,8 @@ public:
     /// [any-thread]
     void Push(ParameterPoint const& point) noexcept;
 
-    /// Takes the oldest point that is there. False when there is none, or when the oldest is still being written.
+    /// Takes the oldest point that is there. False when there is none. A point that is still being written is left for
+    /// later, unless a newer one stands behind it already: then it counts as overwritten.
     /// [any-thread]
     bool Pop(ParameterPoint& point) noexcept;
 
@@ -36,7 +38,8 @@ public:
     template <class Visitor>
     void ForEach(Visitor&& visit) const {
         std::uint64_t next = Load(mNext);
-        for (ParameterPoint point{}; Read(next, point);)
+        ParameterPoint point{};
+        for (std::size_t count = 0; count < kCapacity && Read(next, point); ++count)
             visit(point);
     }
 

@@ -52,7 +52,6 @@ void VST3AudioFilter::Resume() {
     SetupProcessing();
     mInputBusBuffers.Allocate(kMaxProcessBlock);
     mOutputBusBuffers.Allocate(kMaxProcessBlock);
-    FillProcessData();
     mComponent->setActive(true);
     if (GetSideChainTargetBusChannelCount() != 0)
         ActivateBuses(Steinberg::Vst::kInput, Steinberg::Vst::kAux);
@@ -87,7 +86,7 @@ std::int32_t VST3AudioFilter::ReadLatency() const {
 }
 
 int VST3AudioFilter::GetInitialDelay() const {
-    return IsSuspended() ? ReadLatency() : mLatency;
+    return IsSuspended() ? ReadLatency() : mLatency.load(std::memory_order_relaxed);
 }
 
 int VST3AudioFilter::GetTail() const {

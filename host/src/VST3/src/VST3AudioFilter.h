@@ -139,6 +139,12 @@ protected:
     void OnUITimerTick() override;
 
 private:
+    /// Gives the filter's reference back; a plug-in may hold another one.
+    struct ReleaseEventList {
+        void operator()(VST3EventList* list) const noexcept { list->release(); }
+    };
+    using EventListPointer = std::unique_ptr<VST3EventList, ReleaseEventList>;
+
     static constexpr std::int32_t kMaxProcessBlock = 1024; ///< samples that the plug-in is given at once
     static constexpr std::int32_t kEventListSize = 2048;
     static constexpr Steinberg::Vst::ParamID kNoProgramChange = 0xFFFFFFFF;
@@ -161,13 +167,14 @@ private:
 
     // Buses.
     void BuildIOConfiguration();
-    void ReadBuses(Steinberg::Vst::BusDirection direction, Buses& buses, VST3BusBuffers& buffers);
+    void ReadBuses(Steinberg::Vst::BusDirection direction, Buses& buses, VST3BusBuffers& buffers) const;
     std::int32_t CountBuses(Steinberg::Vst::MediaType type, Steinberg::Vst::BusDirection direction) const;
 
     // Processing.
-    void FillProcessData();
+    Steinberg::Vst::ProcessData MakeProcessData();
     void UpdateTransport();
-    void ProcessSlice(float* const* in, float* const* out, std::int32_t offset, std::int32_t numSamples);
+    void ProcessSlice(Steinberg::Vst::ProcessData data, float* const* in, float* const* out, std::int32_t offset,
+                      std::int32_t numSamples);
     void FlushParametersToProcessor();
     void SendPendingValues();
     void TraceProcessError(Steinberg::tresult result);
@@ -178,6 +185,7 @@ private:
     void BuildParameterList();
     void ListParameter(std::int32_t index, Steinberg::Vst::ParameterInfo const& info);
     std::int32_t FindParameterIndex(Steinberg::Vst::ParamID id) const;
+    void SendEditToController(Steinberg::Vst::ParamID id, Steinberg::Vst::ParamValue value);
     void ReadParameterTitles();
     std::int32_t ReadFactoryPresetCount() const;
     bool FindRootUnit(Steinberg::Vst::UnitInfo& unit) const;
@@ -209,19 +217,19 @@ private:
     bool mInstrument = false;
 
     // Process thread while the filter runs, main thread while it is suspended.
-    Steinberg::Vst::ProcessData mProcessData;
     Steinberg::Vst::ProcessContext mProcessContext;
     bool mProcessing = false;
     bool mProcessErrorTraced = false;
     VST3BusBuffers mInputBusBuffers;
     VST3BusBuffers mOutputBusBuffers;
-    std::unique_ptr<VST3EventList> mInputEvents;
-    std::unique_ptr<VST3EventList> mOutputEvents;
+    EventListPointer mInputEvents;
+    EventListPointer mOutputEvents;
     ParameterChanges mInputChanges;
     ParameterChanges mOutputChanges;
 
     // Between the threads.
     std::atomic<std::int32_t> mLatency{0};
+    std::atomic<bool> mParametersListed{false}; ///< what a plug-in edits before that is not heard
     ParameterPointQueues mInputPoints;
     ParameterPointQueues mOutputPoints;
 };

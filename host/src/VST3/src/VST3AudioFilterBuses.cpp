@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <utility>
 
 namespace vynaudiofilterhost::vst3 {
 
@@ -16,7 +17,7 @@ using Steinberg::Vst::SpeakerArrangement;
 
 namespace {
 
-constexpr int32 kMaxChannelsOfBus = 256;
+constexpr int32 kMaxChannelsOfBus = 4096;
 
 } // namespace
 
@@ -26,27 +27,33 @@ std::int32_t VST3AudioFilter::CountBuses(Steinberg::Vst::MediaType type, BusDire
 
 void VST3AudioFilter::BuildIOConfiguration() {
     ClearBusConfiguration();
+    mInputBusBuffers.Clear();
+    mOutputBusBuffers.Clear();
     mInputEvents.reset();
     mOutputEvents.reset();
     if (CountBuses(Steinberg::Vst::kEvent, Steinberg::Vst::kInput) > 0)
-        mInputEvents = std::make_unique<VST3EventList>(kEventListSize);
+        mInputEvents = EventListPointer(new VST3EventList(kEventListSize));
     if (CountBuses(Steinberg::Vst::kEvent, Steinberg::Vst::kOutput) > 0)
-        mOutputEvents = std::make_unique<VST3EventList>(kEventListSize);
+        mOutputEvents = EventListPointer(new VST3EventList(kEventListSize));
     if (!mCreated)
         return;
 
+    // The filter's buses and the plug-in's buffers change together: a plug-in that throws leaves both without buses.
     Buses inputs;
-    ReadBuses(Steinberg::Vst::kInput, inputs, mInputBusBuffers);
-    AddInputBuses(inputs);
+    VST3BusBuffers inputBuffers;
+    ReadBuses(Steinberg::Vst::kInput, inputs, inputBuffers);
     Buses outputs;
-    ReadBuses(Steinberg::Vst::kOutput, outputs, mOutputBusBuffers);
+    VST3BusBuffers outputBuffers;
+    ReadBuses(Steinberg::Vst::kOutput, outputs, outputBuffers);
+    AddInputBuses(inputs);
     AddOutputBuses(outputs);
+    mInputBusBuffers = std::move(inputBuffers);
+    mOutputBusBuffers = std::move(outputBuffers);
     ActivateBuses(Steinberg::Vst::kInput, Steinberg::Vst::kMain);
     ActivateBuses(Steinberg::Vst::kOutput, Steinberg::Vst::kMain);
 }
 
-void VST3AudioFilter::ReadBuses(BusDirection direction, Buses& buses, VST3BusBuffers& buffers) {
-    buffers.Clear();
+void VST3AudioFilter::ReadBuses(BusDirection direction, Buses& buses, VST3BusBuffers& buffers) const {
     int32 const count = CountBuses(Steinberg::Vst::kAudio, direction);
     for (int32 index = 0; index < count; ++index) {
         BusInfo info{};

@@ -1,5 +1,6 @@
 #include "vynaudiofilterhost/VST3/src/VST3AudioFilter.h"
 
+#include "vynaudiofilterhost/VST3/src/PluginPointer.h"
 #include "vynaudiofilterhost/VST3/src/VST3ClassID.h"
 #include "vynaudiofilterhost/VST3/src/VST3ClassInfo.h"
 #include "vynaudiofilterhost/VST3/src/VST3MemoryStream.h"
@@ -15,8 +16,6 @@
 
 namespace vynaudiofilterhost::vst3 {
 
-using Steinberg::FUnknown;
-using Steinberg::FUnknownPtr;
 using Steinberg::kResultOk;
 using Steinberg::Vst::IConnectionPoint;
 using Steinberg::Vst::IEditController;
@@ -35,15 +34,6 @@ void TraceStep(char const* text) {
     DebugTrace(theDestructorTrace, [text] { return text; });
 }
 
-// Asks for an interface; a plug-in that says yes and gives nothing has said no.
-template <class Interface>
-Interface* Query(FUnknown* object) {
-    void* found = nullptr;
-    if (object->queryInterface(Interface::iid, &found) != kResultOk)
-        return nullptr;
-    return static_cast<Interface*>(found);
-}
-
 template <class Interface>
 Interface* MakeInstance(Steinberg::IPluginFactory* factory, Steinberg::TUID const classID) {
     void* made = nullptr;
@@ -57,15 +47,6 @@ void ReleaseAndClear(Interface*& pointer) {
     if (Interface* const object = pointer) {
         pointer = nullptr;
         object->release();
-    }
-}
-
-// The teardown goes on whatever a plug-in throws on the way: what it leaves behind would keep its module busy.
-template <class Step>
-void Guarded(Step&& step) noexcept {
-    try {
-        step();
-    } catch (...) {
     }
 }
 
@@ -144,17 +125,17 @@ bool VST3AudioFilter::CreateComponent(UString& displayName) {
 }
 
 void VST3AudioFilter::ReadVendorDisplayName(UString& displayName) {
-    auto* vendorComponent = Query<IVST3TolveVendorSpecificComponent>(mComponent);
+    PluginPointer const vendorComponent(Query<IVST3TolveVendorSpecificComponent>(mComponent));
     if (!vendorComponent)
         return;
     Steinberg::uint32 const length = vendorComponent->GetDisplayNameLength();
-    if (length > 0 && length <= kMaxDisplayNameLength) {
-        std::string text(length + 1, '\0');
-        vendorComponent->GetDisplayName(text.data());
-        text[length] = '\0';
+    if (length == 0 || length > kMaxDisplayNameLength)
+        return;
+    std::string text(length + 1, '\0');
+    vendorComponent->GetDisplayName(text.data());
+    text[length] = '\0';
+    if (text.front() != '\0')
         displayName = vyncore::string::UTF8to16(text.c_str());
-    }
-    vendorComponent->release();
 }
 
 bool VST3AudioFilter::CreateController() {
@@ -175,39 +156,40 @@ void VST3AudioFilter::JoinProcessorAndController() {
     mUnitInfo = Query<Steinberg::Vst::IUnitInfo>(mController);
     mMidiMapping = Query<Steinberg::Vst::IMidiMapping>(mController);
     mController->setComponentHandler(this);
-    {
-        FUnknownPtr<IConnectionPoint> const processorPoint(mProcessor);
-        FUnknownPtr<IConnectionPoint> const controllerPoint(mController);
-        if (processorPoint && controllerPoint) {
-            processorPoint->connect(controllerPoint);
-            controllerPoint->connect(processorPoint);
-            mConnected = true;
-        }
-        SendComponentStateToController();
+    PluginPointer const processorPoint(Query<IConnectionPoint>(mProcessor));
+    PluginPointer const controllerPoint(Query<IConnectionPoint>(mController));
+    if (processorPoint && controllerPoint) {
+        mConnected = true; // ahead of the calls: half a connection has to be taken down as well
+        processorPoint->connect(controllerPoint.Get());
+        controllerPoint->connect(processorPoint.Get());
     }
+    SendComponentStateToController();
 }
 
 void VST3AudioFilter::SendComponentStateToController() {
-    VST3MemoryStream stream;
-    if (mComponent->getState(&stream) != kResultOk)
+    // On the heap, because a plug-in may keep a reference past the call.
+    PluginPointer const stream(new VST3MemoryStream);
+    if (mComponent->getState(stream.Get()) != kResultOk)
         return;
-    stream.seek(0, Steinberg::IBStream::kIBSeekSet, nullptr);
-    mController->setComponentState(&stream);
+    stream->seek(0, Steinberg::IBStream::kIBSeekSet, nullptr);
+    mController->setComponentState(stream.Get());
 }
 
 void VST3AudioFilter::Disconnect() {
     if (!mConnected)
         return;
     mConnected = false;
-    FUnknownPtr<IConnectionPoint> const processorPoint(mProcessor);
-    FUnknownPtr<IConnectionPoint> const controllerPoint(mController);
+    PluginPointer const processorPoint(Query<IConnectionPoint>(mProcessor));
+    PluginPointer const controllerPoint(Query<IConnectionPoint>(mController));
     if (!processorPoint || !controllerPoint)
         return;
-    Guarded([&] { processorPoint->disconnect(controllerPoint); });
-    Guarded([&] { controllerPoint->disconnect(processorPoint); });
+    Guarded([&] { processorPoint->disconnect(controllerPoint.Get()); });
+    Guarded([&] { controllerPoint->disconnect(processorPoint.Get()); });
 }
 
 void VST3AudioFilter::ReleasePlugin() {
+    // From here on nobody listens to what the plug-in has to say.
+    mParametersListed.store(false, std::memory_order_release);
     mParameterInfos.clear();
     if (mVendorController)
         TraceStep("releasing vendor specific controller");

@@ -26,6 +26,7 @@ void VST3AudioFilter::BuildParameterList() {
     mOutputPoints.SetParameters(mParameterIDs);
     mInputChanges.SetMaxParameters(count);
     mOutputChanges.SetMaxParameters(count);
+    mParametersListed.store(true, std::memory_order_release);
 }
 
 void VST3AudioFilter::ListParameter(std::int32_t index, ParameterInfo const& info) {
@@ -44,6 +45,9 @@ void VST3AudioFilter::ListParameter(std::int32_t index, ParameterInfo const& inf
 }
 
 std::int32_t VST3AudioFilter::FindParameterIndex(ParamID id) const {
+    // A plug-in has the handler before its parameters are listed, and may call it on a thread of its own.
+    if (!mParametersListed.load(std::memory_order_acquire))
+        return -1;
     auto const found = mParameterIndexByID.find(id);
     return found != mParameterIndexByID.end() ? found->second : -1;
 }
@@ -94,12 +98,25 @@ tresult VST3AudioFilter::beginEdit(ParamID id) {
 }
 
 tresult VST3AudioFilter::performEdit(ParamID id, ParamValue value) {
+    if (!mParametersListed.load(std::memory_order_acquire))
+        return kResultOk;
     if (int const index = FindParameterIndex(id); index >= 0)
         GetAutomatedParameterChangeSignal()(index, static_cast<float>(value));
     mInputPoints.PushPoint(id, value, 0);
-    if (mController && mController->getParamNormalized(id) != value)
-        mController->setParamNormalized(id, value);
+    SendEditToController(id, value);
     return kResultOk;
+}
+
+void VST3AudioFilter::SendEditToController(ParamID id, ParamValue value) {
+    // A controller that reports an edit whenever it is set, and never holds what it was given, would go on for ever.
+    constexpr int kMaxDepth = 8;
+    thread_local int depth = 0;
+    struct Deeper {
+        Deeper() { ++depth; }
+        ~Deeper() { --depth; }
+    } const deeper;
+    if (mController && depth <= kMaxDepth && mController->getParamNormalized(id) != value)
+        mController->setParamNormalized(id, value);
 }
 
 tresult VST3AudioFilter::endEdit(ParamID id) {
@@ -115,6 +132,8 @@ tresult VST3AudioFilter::restartComponent(int32 flags) {
         vyncore::debug::Trace(0, "VST3AudioFilter", "VST3: restartComponent() called from non-main thread");
         return kResultFalse;
     }
+    if (IsBeingDestroyed())
+        return kResultFalse;
     if ((flags & Steinberg::Vst::kParamTitlesChanged) != 0)
         ReadParameterTitles();
     if ((flags & kLatency) != 0 && mProcessor) {

@@ -26,29 +26,32 @@ void VST3AudioFilter::SetCurrentOffset(std::int64_t offset) {
     mProcessContext.projectTimeSamples = offset;
 }
 
-void VST3AudioFilter::FillProcessData() {
-    mProcessData.processMode = Steinberg::Vst::kRealtime;
-    mProcessData.symbolicSampleSize = Steinberg::Vst::kSample32;
-    mProcessData.numInputs = mInputBusBuffers.GetCount();
-    mProcessData.numOutputs = mOutputBusBuffers.GetCount();
-    mProcessData.inputs = mInputBusBuffers.GetData();
-    mProcessData.outputs = mOutputBusBuffers.GetData();
-    mProcessData.inputParameterChanges = &mInputChanges;
-    mProcessData.outputParameterChanges = &mOutputChanges;
-    mProcessData.inputEvents = mInputEvents.get();
-    mProcessData.outputEvents = mOutputEvents.get();
-    mProcessData.processContext = &mProcessContext;
+ProcessData VST3AudioFilter::MakeProcessData() {
+    ProcessData data;
+    data.processMode = Steinberg::Vst::kRealtime;
+    data.symbolicSampleSize = Steinberg::Vst::kSample32;
+    data.numInputs = mInputBusBuffers.GetCount();
+    data.numOutputs = mOutputBusBuffers.GetCount();
+    data.inputs = mInputBusBuffers.GetData();
+    data.outputs = mOutputBusBuffers.GetData();
+    data.inputParameterChanges = &mInputChanges;
+    data.outputParameterChanges = &mOutputChanges;
+    data.inputEvents = mInputEvents.get();
+    data.outputEvents = mOutputEvents.get();
+    data.processContext = &mProcessContext;
+    return data;
 }
 
 void VST3AudioFilter::Process(float** in, float** out, int numSamples, ChannelFlags inFlags, ChannelFlags& outFlags) {
+    outFlags.ClearAll();
     try {
         UpdateTransport();
-        outFlags.ClearAll();
         mInputBusBuffers.SetSilence(inFlags);
         mOutputBusBuffers.ClearSilence();
+        ProcessData const data = MakeProcessData();
         for (std::int32_t offset = 0; offset < numSamples;) {
             std::int32_t const slice = std::min(numSamples - offset, kMaxProcessBlock);
-            ProcessSlice(in, out, offset, slice);
+            ProcessSlice(data, in, out, offset, slice);
             offset += slice;
         }
         outFlags = mOutputBusBuffers.GetSilence();
@@ -83,8 +86,9 @@ void VST3AudioFilter::UpdateTransport() {
     mProcessContext.state |= playback.mIsLooping ? ProcessContext::kCycleActive : 0;
 }
 
-void VST3AudioFilter::ProcessSlice(float* const* in, float* const* out, std::int32_t offset, std::int32_t numSamples) {
-    mProcessData.numSamples = numSamples;
+void VST3AudioFilter::ProcessSlice(ProcessData data, float* const* in, float* const* out, std::int32_t offset,
+                                   std::int32_t numSamples) {
+    data.numSamples = numSamples;
     mInputBusBuffers.Point(in, offset);
     mOutputBusBuffers.Point(out, offset);
     mInputPoints.DrainToParameterChanges(mInputChanges);
@@ -93,7 +97,7 @@ void VST3AudioFilter::ProcessSlice(float* const* in, float* const* out, std::int
         mProcessor->setProcessing(true);
         mProcessing = true;
     }
-    TraceProcessError(mProcessor->process(mProcessData));
+    TraceProcessError(mProcessor->process(data));
     mOutputPoints.CollectFromParameterChanges(mOutputChanges);
     mInputChanges.Clear();
     ClearEvents();
@@ -135,10 +139,9 @@ void VST3AudioFilter::FlushParametersToProcessor() {
 
 void VST3AudioFilter::SendPendingValues() {
     mOutputChanges.Clear();
-    FillProcessData();
     if (!mInputPoints.DrainToParameterChanges(mInputChanges))
         return;
-    ProcessData data = mProcessData;
+    ProcessData data = MakeProcessData();
     data.numSamples = 0;
     data.numInputs = 0;
     data.numOutputs = 0;

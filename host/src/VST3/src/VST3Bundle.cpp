@@ -5,7 +5,9 @@
 #include "vynaudiofilterhost/VST3/src/VST3PluginModule.h"
 #include "vyncore/filesupport/Dir.h"
 #include "vyncore/filesupport/File.h"
+#include "vyncore/strings/StringUtils.h"
 
+#include <filesystem>
 #include <vector>
 
 namespace vynaudiofilterhost::vst3 {
@@ -19,9 +21,10 @@ namespace {
 std::vector<UString> ListModules(Dir const& folder) {
     UString const extension = os::GetBundleModuleExtension();
     std::vector<UString> modules;
+    auto const upper = [](UString const& text) { return vyncore::string::UpperCase(text); };
     for (auto file = folder.BeginFiles(); file != folder.EndFiles(); ++file) {
         UString const name = file->GetName();
-        if (name.size() > extension.size() && name.ends_with(extension))
+        if (name.size() > extension.size() && upper(name).ends_with(upper(extension)))
             modules.push_back(file->FullPath());
     }
     return modules;
@@ -46,10 +49,11 @@ UString FindModuleInBundle(UString const& folder, UString& reason) {
         reason = u"the bundle has no module for this machine (" + os::GetBundleFolderName() + u")";
         return UString();
     }
-    File const usual(binaries, TitleOfFolder(folder) + os::GetBundleModuleExtension());
-    if (usual.Exists())
-        return usual.FullPath();
     std::vector<UString> const modules = ListModules(binaries);
+    for (UString const& module : modules) {
+        if (File(module).GetTitle() == TitleOfFolder(folder))
+            return module;
+    }
     if (modules.size() == 1)
         return modules.front();
     reason = modules.empty() ? u"the bundle's folder for this machine holds no module"
@@ -58,9 +62,11 @@ UString FindModuleInBundle(UString const& folder, UString& reason) {
 }
 
 boost::intrusive_ptr<PluginModule> OpenVST3Module(UString const& path, UString& reason) {
-    if (!Dir(path).Exists())
-        return FindOrLoadVST3Module(path, &reason);
-    UString const file = FindModuleInBundle(path, reason);
+    // One form for every way to write a path: the cache tells modules apart by it.
+    UString const whole = std::filesystem::absolute(std::filesystem::path(path)).lexically_normal().u16string();
+    if (!Dir(whole).Exists())
+        return FindOrLoadVST3Module(whole, &reason);
+    UString const file = FindModuleInBundle(whole, reason);
     return file.empty() ? nullptr : FindOrLoadVST3Module(file, &reason);
 }
 

@@ -37,12 +37,6 @@ void VST3BusBuffers::Allocate(std::int32_t maxSamples) {
     mSpare.assign(needsSpare ? static_cast<std::size_t>(maxSamples) : 0, 0.0f);
     mPointers.assign(pointers, mSpare.data());
     mBuffers.assign(mBuses.size(), Steinberg::Vst::AudioBusBuffers());
-    float** next = mPointers.data();
-    for (std::size_t place = 0; place < mBuses.size(); ++place) {
-        mBuffers[place].numChannels = mBuses[place].pluginChannels;
-        mBuffers[place].channelBuffers32 = next;
-        next += mBuses[place].pointers;
-    }
 }
 
 void VST3BusBuffers::Free() {
@@ -52,15 +46,21 @@ void VST3BusBuffers::Free() {
 }
 
 void VST3BusBuffers::Point(float* const* channels, std::int32_t offset) noexcept {
+    // Everything anew for each slice: a plug-in can write to all of it, and what it wrote must not be followed.
+    float** pointers = mPointers.data();
     for (std::size_t place = 0; place < mBuffers.size(); ++place) {
-        float** const pointers = mBuffers[place].channelBuffers32;
-        float* const* const first = channels + mBuses[place].firstChannel;
-        for (std::int32_t channel = 0; channel < mBuses[place].filterChannels; ++channel)
-            pointers[channel] = first[channel] + offset;
+        Bus const& bus = mBuses[place];
+        mBuffers[place].numChannels = bus.pluginChannels;
+        mBuffers[place].channelBuffers32 = pointers;
+        for (std::int32_t channel = 0; channel < bus.filterChannels; ++channel)
+            *pointers++ = channels[bus.firstChannel + channel] + offset;
+        for (std::int32_t channel = bus.filterChannels; channel < bus.pointers; ++channel)
+            *pointers++ = mSpare.data();
     }
 }
 
 void VST3BusBuffers::SetSilence(ChannelFlags silent) noexcept {
+    std::fill(mSpare.begin(), mSpare.end(), 0.0f);
     for (std::size_t place = 0; place < mBuffers.size(); ++place) {
         Bus const& bus = mBuses[place];
         std::uint64_t flags = LowBits(bus.pluginChannels) & ~LowBits(bus.filterChannels);
@@ -89,7 +89,20 @@ ChannelFlags VST3BusBuffers::GetSilence() const noexcept {
         // A plug-in that sets more bits than it has channels must not silence the next bus.
         flags |= (mBuffers[place].silenceFlags & LowBits(mBuses[place].filterChannels)) << mBuses[place].firstChannel;
     }
-    return ChannelFlags(flags);
+    ChannelFlags silent(flags);
+    for (std::size_t place = 0; mFilterChannels > kFlagBits && place < mBuffers.size(); ++place)
+        ClearSharedFlags(place, silent);
+    return silent;
+}
+
+void VST3BusBuffers::ClearSharedFlags(std::size_t place, ChannelFlags& silent) const noexcept {
+    // Channels 64 apart share a flag: one of them that sounds must not pass for silent.
+    Bus const& bus = mBuses[place];
+    for (std::int32_t channel = 0; channel < bus.filterChannels; ++channel) {
+        bool const isSilent = channel < kFlagBits && (mBuffers[place].silenceFlags >> channel & 1) != 0;
+        if (bus.firstChannel + channel >= kFlagBits && !isSilent)
+            silent.Clear(static_cast<unsigned>(bus.firstChannel + channel));
+    }
 }
 
 } // namespace vynaudiofilterhost::vst3

@@ -4,6 +4,7 @@
 
 #include "pluginterfaces/vst/ivstaudioprocessor.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -54,6 +55,8 @@ public:
     ChannelFlags GetSilence() const noexcept;
 
 private:
+    void ClearSharedFlags(std::size_t place, ChannelFlags& silent) const noexcept;
+
     struct Bus {
         std::int32_t pluginChannels;
         std::int32_t pointers;

@@ -1,10 +1,9 @@
 #include "vynaudiofilterhost/VST3/src/VST3ClassInfo.h"
 
 #include "vynaudiofilterhost/PluginCounts.h"
+#include "vynaudiofilterhost/VST3/src/PluginPointer.h"
 #include "vynaudiofilterhost/VST3/src/VST3Text.h"
 #include "vyncore/strings/StringUtils.h"
-
-#include "pluginterfaces/base/funknown.h"
 
 #include <cstddef>
 #include <cstring>
@@ -31,7 +30,7 @@ bool FindClass(Steinberg::TUID const cid, int32 count, Info& info, Getter&& get)
 }
 
 bool ReadUnicodeInfo(Steinberg::TUID const cid, Steinberg::IPluginFactory& factory, VST3ClassInfo& facts) {
-    Steinberg::FUnknownPtr<Steinberg::IPluginFactory3> const factory3(&factory);
+    PluginPointer const factory3(Query<Steinberg::IPluginFactory3>(&factory));
     Steinberg::PClassInfoW info;
     if (!factory3 || !FindClass(cid, PlausibleCount(factory3->countClasses(), kMaxClasses), info,
                                 [&](int32 index, auto* out) { return factory3->getClassInfoUnicode(index, out); }))
@@ -44,7 +43,7 @@ bool ReadUnicodeInfo(Steinberg::TUID const cid, Steinberg::IPluginFactory& facto
 }
 
 void ReadByteInfo(Steinberg::TUID const cid, Steinberg::IPluginFactory& factory, VST3ClassInfo& facts) {
-    Steinberg::FUnknownPtr<Steinberg::IPluginFactory2> const factory2(&factory);
+    PluginPointer const factory2(Query<Steinberg::IPluginFactory2>(&factory));
     Steinberg::PClassInfo2 info;
     if (!factory2 || !FindClass(cid, PlausibleCount(factory2->countClasses(), kMaxClasses), info,
                                 [&](int32 index, auto* out) { return factory2->getClassInfo2(index, out); }))

@@ -5,7 +5,7 @@
 
 #include <algorithm>
 #include <map>
-#include <memory>
+#include <utility>
 
 namespace vynaudiofilterhost::vst3 {
 
@@ -36,11 +36,15 @@ private:
     std::map<UString, boost::intrusive_ptr<VST3PluginModule>> mModules;
 };
 
-std::unique_ptr<VST3ModuleCache> theCache;
+// A plain pointer: at the end of a process that never stopped the library, the plug-ins' own statics may have gone
+// before ours, and unloading would run into them.
+VST3ModuleCache* theCache = nullptr;
 
-bool StillExists(UString path) {
-    NormalizeModulePath(path);
-    return vyncore::utility::FileUtils::FileExists(path);
+// The path as it stands as well: on a system whose names may hold a backslash, the plain form is another file.
+bool StillExists(UString const& path) {
+    UString plain = path;
+    NormalizeModulePath(plain);
+    return vyncore::utility::FileUtils::FileExists(plain) || vyncore::utility::FileUtils::FileExists(path);
 }
 
 boost::intrusive_ptr<VST3PluginModule> Fail(UString* reason, UString const& text) {
@@ -56,11 +60,11 @@ bool StartsWith(UString const& text, UString const& start) {
 } // namespace
 
 void CreateVST3ModuleCache() {
-    theCache = std::make_unique<VST3ModuleCache>();
+    theCache = new VST3ModuleCache;
 }
 
 void DestroyVST3ModuleCache() {
-    theCache.reset();
+    delete std::exchange(theCache, nullptr);
 }
 
 boost::intrusive_ptr<VST3PluginModule> FindOrLoadVST3Module(UString const& path, UString* reason) {

@@ -1,8 +1,10 @@
 #include "vynaudiofilterhost/VST3/src/VST3ParameterInfo.h"
 
+#include "vynaudiofilterhost/PluginCounts.h"
 #include "vynaudiofilterhost/VST3/src/VST3Text.h"
 
 #include <cstring>
+#include <limits>
 
 namespace vynaudiofilterhost::vst3 {
 
@@ -22,18 +24,18 @@ VST3ParameterInfo::VST3ParameterInfo(Steinberg::Vst::IEditController* controller
 VST3ParameterInfo::VST3ParameterInfo(Steinberg::Vst::IEditController* controller, std::int32_t parameterIndex,
                                      ParameterInfo const& info)
     : AudioFilterParameterInfo(UString(TextOf(info.title)), UString(TextOf(info.units)), kParameterUnitNone),
-      mController(controller),
+      mController(Query<Steinberg::Vst::IEditController>(controller)),
       mParameterID(info.id),
       mParameterIndex(parameterIndex),
       mFlags(info.flags),
-      mStepCount(info.stepCount) {
+      mStepCount(PlausibleCount(info.stepCount, std::numeric_limits<std::int32_t>::max())) {
     SetExposed(CanBeAutomated());
 }
 
 void VST3ParameterInfo::ReadTitle() {
     if (!mController)
         return;
-    ParameterInfo const info = ReadParameterInfo(*mController, mParameterIndex);
+    ParameterInfo const info = ReadParameterInfo(*mController.Get(), mParameterIndex);
     SetName(UString(TextOf(info.title)));
     SetLabel(UString(TextOf(info.units)));
 }

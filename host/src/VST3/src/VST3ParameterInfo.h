@@ -1,8 +1,8 @@
 #pragma once
 
 #include "vynaudiofilterhost/AudioFilterParameterInfo.h"
+#include "vynaudiofilterhost/VST3/src/PluginPointer.h"
 
-#include "pluginterfaces/base/smartpointer.h"
 #include "pluginterfaces/vst/ivsteditcontroller.h"
 
 #include <cstdint>
@@ -34,7 +34,7 @@ public:
     int GetStepCount() const override;
 
 private:
-    Steinberg::FUnknownPtr<Steinberg::Vst::IEditController> const mController;
+    PluginPointer<Steinberg::Vst::IEditController> const mController;
     Steinberg::Vst::ParamID const mParameterID;
     std::int32_t const mParameterIndex;
     std::int32_t const mFlags;

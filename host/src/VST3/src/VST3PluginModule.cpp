@@ -3,6 +3,7 @@
 #include "vynaudiofilterhost/catalogue/AudioFilterDescriptor.h"
 #include "vynaudiofilterhost/inventory/PluginModuleInfo.h"
 #include "vynaudiofilterhost/PluginCounts.h"
+#include "vynaudiofilterhost/VST3/src/PluginPointer.h"
 #include "vynaudiofilterhost/VST3/src/VST3ClassID.h"
 #include "vynaudiofilterhost/VST3/src/VST3ClassInfo.h"
 #include "vynaudiofilterhost/VST3/src/VST3FactoryGuid.h"
@@ -18,6 +19,7 @@
 
 #include <cstring>
 #include <string_view>
+#include <utility>
 
 namespace vynaudiofilterhost::vst3 {
 
@@ -109,10 +111,10 @@ void VST3PluginModule::Unload() {
     DebugTrace(theUnloadTrace, [this] { return PathText(GetPath()); });
     if (!GetOSModule())
         return;
-    if (mFactory)
-        mFactory->release();
-    mFactory = nullptr;
-    TerminateModule();
+    // Guarded step by step: the other modules want their turn, whatever this one throws.
+    if (Steinberg::IPluginFactory* const factory = std::exchange(mFactory, nullptr))
+        Guarded([factory] { factory->release(); });
+    Guarded([this] { TerminateModule(); });
     PluginModule::Unload();
 }
 
@@ -120,11 +122,12 @@ void VST3PluginModule::TerminateModule() {
     if (auto const exitDll = FindExport<PlainFunction>(GetOSModule(), "ExitDll")) {
         DebugTrace(theTerminateTrace, [] { return "Calling ExitDll"; });
         exitDll();
-    } else if (mEntryPoint == EntryPoint::kModuleEntry) {
-        if (auto const moduleExit = FindExport<PlainFunction>(GetOSModule(), "ModuleExit")) {
-            DebugTrace(theTerminateTrace, [] { return "Calling ModuleExit"; });
-            moduleExit();
-        }
+    }
+    if (mEntryPoint != EntryPoint::kModuleEntry)
+        return;
+    if (auto const moduleExit = FindExport<PlainFunction>(GetOSModule(), "ModuleExit")) {
+        DebugTrace(theTerminateTrace, [] { return "Calling ModuleExit"; });
+        moduleExit();
     }
 }
 
@@ -136,24 +139,33 @@ boost::intrusive_ptr<PluginModuleInfo> VST3PluginModule::GetPluginInfo(std::vect
     DebugTrace(theInfoTrace, [] { return "entry"; });
     boost::intrusive_ptr<PluginModuleInfo> info;
     std::vector<UString> found;
-    if (mFactory && mFactory->countClasses() >= 1) {
-        Steinberg::PFactoryInfo factoryInfo{};
-        UString vendor;
-        if (mFactory->getFactoryInfo(&factoryInfo) == kResultOk)
-            vendor = vyncore::string::UTF8to16(TextOf(factoryInfo.vendor));
-        found = CollectAudioClassIDs();
-        UString const title = vyncore::filesupport::File(GetPath()).GetTitle();
-        info = new PluginModuleInfo(PluginLocator(kTechnologyVST3, GetPath()), title, vendor, 0, kTechnologyVST3, true,
-                                    found.size() > 1);
+    try {
+        info = ReadInfo(found);
+    } catch (...) {
+        // A module that throws when it is asked who it is, is refused.
+        found.clear();
     }
     classIDs.swap(found);
     DebugTrace(theInfoTrace, [] { return "done"; });
     return info;
 }
 
-std::vector<UString> VST3PluginModule::CollectAudioClassIDs() const {
+boost::intrusive_ptr<PluginModuleInfo> VST3PluginModule::ReadInfo(std::vector<UString>& classIDs) const {
+    int32 const count = mFactory ? PlausibleCount(mFactory->countClasses(), kMaxClasses) : 0;
+    if (count < 1)
+        return nullptr;
+    Steinberg::PFactoryInfo factoryInfo;
+    UString vendor;
+    if (mFactory->getFactoryInfo(&factoryInfo) == kResultOk)
+        vendor = vyncore::string::UTF8to16(TextOf(factoryInfo.vendor));
+    classIDs = CollectAudioClassIDs(count);
+    return new PluginModuleInfo(PluginLocator(kTechnologyVST3, GetPath()),
+                                vyncore::filesupport::File(GetPath()).GetTitle(), vendor, 0, kTechnologyVST3, true,
+                                classIDs.size() > 1);
+}
+
+std::vector<UString> VST3PluginModule::CollectAudioClassIDs(int32 count) const {
     std::vector<UString> found;
-    int32 const count = PlausibleCount(mFactory->countClasses(), kMaxClasses);
     for (int32 index = 0; index < count; ++index) {
         Steinberg::PClassInfo classInfo;
         if (mFactory->getClassInfo(index, &classInfo) == kResultOk &&
@@ -182,10 +194,12 @@ bool VST3PluginModule::FindClass(UString const& classID, Steinberg::PClassInfo& 
 
 boost::intrusive_ptr<VST3AudioFilter> VST3PluginModule::CreateVST3Filter(UString const& classID) {
     DebugTrace(theCreateTrace, [&] { return u"ID: " + classID + u", Path:" + GetPath(); });
-    Steinberg::PClassInfo classInfo;
-    if (!mFactory || !FindClass(classID, classInfo))
+    if (!mFactory)
         return nullptr;
     try {
+        Steinberg::PClassInfo classInfo;
+        if (!FindClass(classID, classInfo))
+            return nullptr;
         DebugTrace(theCreateTrace, [] { return "got class info, creating instance"; });
         boost::intrusive_ptr<VST3AudioFilter> filter(new VST3AudioFilter(mFactory, classInfo));
         DebugTrace(theCreateTrace, [] { return "instance created"; });

@@ -52,7 +52,8 @@ private:
     bool AskForFactory();
     void TerminateModule();
     bool FailToLoad(vyncore::UString const& reason);
-    std::vector<vyncore::UString> CollectAudioClassIDs() const;
+    boost::intrusive_ptr<PluginModuleInfo> ReadInfo(std::vector<vyncore::UString>& classIDs) const;
+    std::vector<vyncore::UString> CollectAudioClassIDs(Steinberg::int32 count) const;
     bool FindClass(vyncore::UString const& classID, Steinberg::PClassInfo& classInfo) const;
 
     Steinberg::IPluginFactory* mFactory = nullptr; ///< holds one reference

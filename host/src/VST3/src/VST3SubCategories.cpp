@@ -30,13 +30,26 @@ constexpr Row kRows[] = {
     {"Instrument", kCategoryVst3Instrument},
 };
 
+// A class may state its sub-categories in any order, "Fx|Reverb|Delay" as well as "Fx|Delay|Reverb": the row's pieces
+// count, and the order of the rows decides.
+bool HoldsAllPieces(std::string_view text, std::string_view row) {
+    for (;;) {
+        std::size_t const bar = row.find('|');
+        if (text.find(row.substr(0, bar)) == std::string_view::npos)
+            return false;
+        if (bar == std::string_view::npos)
+            return true;
+        row.remove_prefix(bar + 1);
+    }
+}
+
 } // namespace
 
 SubCategoryVerdict CategoryFromSubCategories(std::string_view subCategories, bool internalFilter) {
     if (internalFilter)
         return {kCategoryInternal, false};
     for (Row const& row : kRows) {
-        if (subCategories.find(row.text) != std::string_view::npos)
+        if (HoldsAllPieces(subCategories, row.text))
             return {row.category, row.category == kCategoryVst3Instrument};
     }
     return {kCategoryNone, false};

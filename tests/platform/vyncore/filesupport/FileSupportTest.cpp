@@ -67,6 +67,8 @@ TEST(DirTest, ExistsTellsFoldersFromFiles) {
     EXPECT_FALSE(missing.Exists());
     EXPECT_EQ(missing.BeginFiles(), missing.EndFiles());
     EXPECT_FALSE(Dir().Exists());
+    EXPECT_EQ(Dir(Dir(), u"etc").FullPath(), u"");
+    EXPECT_EQ(File(Dir(), u"f").FullPath(), u"");
 }
 
 } // namespace

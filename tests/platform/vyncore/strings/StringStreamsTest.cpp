@@ -68,6 +68,11 @@ TEST(StringStreamsTest, AfterAFailureEveryReadGivesZero) {
     EXPECT_EQ(words[2], 0u);
     EXPECT_EQ(words[3], 0u);
 
+    for (UString const text : {u"inf", u"nan", u"1e999"}) {
+        double value = 7;
+        EXPECT_FALSE(iUTF16StringStream(text) >> value);
+        EXPECT_EQ(value, 0);
+    }
     for (UString const text : {u"2147483648", u"", u"   ", u"0x"}) {
         int value = 7;
         iUTF16StringStream one(text);

@@ -63,8 +63,18 @@ TEST(StringUtilsTest, ReadsTheNumberAtTheHead) {
     double real = 0;
     EXPECT_TRUE(StringToNumber(u"-1.5e-3dB", real));
     EXPECT_EQ(real, -1.5e-3);
-    EXPECT_FALSE(StringToNumber(u"1e999", real));
-    EXPECT_EQ(real, 0);
+    EXPECT_TRUE(StringToNumber(u"+.5", real));
+    EXPECT_EQ(real, 0.5);
+    for (UString const text : {u"1e999", u"-1e999", u"inf", u"-inf", u"+infinity", u"nan", u"-nan(1)", u"-", u"."}) {
+        real = 7;
+        EXPECT_FALSE(StringToNumber(text, real)) << UTF16to8(text);
+        EXPECT_EQ(real, 0);
+    }
+    for (UString const text : {u"1e-999", u"-1e-999", u"0e999"}) {
+        real = 7;
+        EXPECT_TRUE(StringToNumber(text, real)) << UTF16to8(text);
+        EXPECT_EQ(real, 0);
+    }
 }
 
 TEST(StringUtilsTest, WritesNumbersInFixedNotation) {
