@@ -161,6 +161,15 @@ TEST_F(AudioFilterTest, PostedValueWaitsForTheNextBlockOnlyWhileTheFilterRuns) {
     EXPECT_EQ(mFilter->GetParameterDirtyCount(), 2);
 }
 
+TEST_F(AudioFilterTest, SuspendAppliesMoreThanTheRingHolds) {
+    MakeStereoAndResume();
+    for (int number = 1; number <= 100; ++number)
+        mFilter->PostSetParameter(0, static_cast<float>(number));
+    mFilter->Suspend();
+    EXPECT_EQ(mFilter->value, 100.0f);
+    EXPECT_EQ(mFilter->GetReferenceCount(), 1);
+}
+
 TEST_F(AudioFilterTest, TickMayEndTheFilterWithItsLastMessage) {
     MakeStereoAndResume();
     bool gone = false;

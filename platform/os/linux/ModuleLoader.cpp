@@ -1,6 +1,7 @@
 #include "os/ModuleLoader.h"
 
 #include "os/FileSystem.h"
+#include "os/linux/ModuleFormat.h"
 #include "os/linux/NativePath.h"
 #include "os/Thread.h"
 #include "vyncore/strings/StringUtils.h"
@@ -73,7 +74,8 @@ void* Open(std::string const& path, std::string& reason) {
     if (void* const module = kOpen(path.c_str(), RTLD_NOW | RTLD_LOCAL))
         return module;
     char const* const message = dlerror();
-    reason = CleanReason(message ? message : "", path);
+    char const* const explanation = ExplainRefusedModule(path);
+    reason = explanation ? explanation : CleanReason(message ? message : "", path);
     return nullptr;
 }
 

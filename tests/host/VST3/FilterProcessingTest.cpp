@@ -2,6 +2,7 @@
 
 #include "support/NoAllocationScope.h"
 #include "vyncore/debug/Trace.h"
+#include "vyncore/threads/MainThreadCalls.h"
 
 #include "pluginterfaces/vst/ivstevents.h"
 
@@ -51,6 +52,8 @@ TEST_F(FilterProcessingTest, LongBlocksReachThePluginInSlices) {
     EXPECT_EQ(out[0][1023], 2.0f * in[0][1023]);
     Render(in, out, 0);
     EXPECT_EQ(fixture->CountCalls("process"), 3);
+    Render(in, out, 8);
+    EXPECT_EQ(fixture->LastBlock().projectTimeSamples, 2600);
     filter->Suspend();
 }
 
@@ -131,6 +134,17 @@ TEST_F(FilterProcessingTest, SuspendSendsPendingValuesWithoutAudio) {
     EXPECT_EQ(seen.pointCount, 1);
 }
 
+TEST_F(FilterProcessingTest, PluginThatThrowsWhileSuspendedKeepsNobodyFromSuspending) {
+    FixtureConfiguration configuration;
+    Open(configuration.Fail(FixtureFault::ProcessThrows));
+    Resume();
+    filter->SetParameter(0, 0.5f);
+    fixture->ClearCalls();
+    filter->Suspend();
+    EXPECT_THAT(fixture->CallTexts(),
+                ElementsAre("Component.setProcessing(1)", "Component.process(0)", "Component.setActive(0)"));
+}
+
 TEST_F(FilterProcessingTest, PointsOfThePluginReachItsControllerWithTheTick) {
     FixtureConfiguration configuration;
     configuration.outputPointCount = 101;
@@ -144,7 +158,9 @@ TEST_F(FilterProcessingTest, PointsOfThePluginReachItsControllerWithTheTick) {
     filter->Suspend();
     filter->EditorAttached(); // ticks at once
     auto const texts = fixture->CallTexts({"setParamNormalized"});
-    EXPECT_EQ(texts.size(), 100u) << "the first of 101 was overwritten";
+    EXPECT_EQ(texts.size(), 100u);
+    EXPECT_EQ(fixture->Calls()[fixture->Calls().size() - 100].value, 1.0 / 1024.0)
+        << "the first of 101 was overwritten";
     filter->EditorDetached();
 }
 
@@ -218,6 +234,11 @@ TEST_F(FilterProcessingTest, MidiBecomesEventsOrMappedParameters) {
     EXPECT_EQ(fixture->LastBlock().events[0].type, Steinberg::Vst::Event::kNoteOnEvent);
     Render(block, block, 64);
     EXPECT_EQ(fixture->LastBlock().eventCount, 0);
+    filter->ScheduleMIDIEvent(false, 0, 0xE0, 0, 64);
+    filter->ScheduleMIDIEvent(false, 0, 0xD0, 127, 1); // channel pressure, not assigned: dropped
+    Render(block, block, 64);
+    EXPECT_EQ(fixture->LastBlock().points[0].value, 8192.0 / 16383.0);
+    EXPECT_EQ(fixture->LastBlock().pointCount, 1);
     filter->Suspend();
 
     Open({});
@@ -287,11 +308,15 @@ TEST_F(FilterProcessingTest, ThreadsMeetInTheFilterWithoutARace) {
         while (!done)
             Render(in, out, 64);
     });
-    for (int round = 0; round < 100'000; ++round)
-        filter->SetParameter(round % 200, 0.5f);
+    for (int round = 0; round < 100'000; ++round) {
+        filter->SetParameter(round % 200, static_cast<float>(round % 7) / 8.0f);
+        if (round % 1000 == 0)
+            vyncore::threads::RunDueCalls();
+    }
     done = true;
     render.join();
     filter->Suspend();
+    EXPECT_EQ(filter->GetParameter(199), static_cast<float>(99'999 % 7) / 8.0f);
 }
 
 } // namespace

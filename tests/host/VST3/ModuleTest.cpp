@@ -34,6 +34,15 @@ TEST_F(ModuleTest, ModulesThatCannotBeUsedAreRefusedWithAReasonAndNotKept) {
     }
 }
 
+TEST_F(ModuleTest, ReasonSaysWhatIsWrongWithTheFile) {
+    OpenPluginModule(FixturePath16("othermachine.vst3"), mReason);
+    EXPECT_EQ(mReason, u"it was made for another kind of machine");
+    OpenPluginModule(FixturePath16("notaplugin.vst3"), mReason);
+    EXPECT_EQ(mReason, u"it is no module");
+    OpenPluginModule(FixturePath16("nofactory.vst3"), mReason);
+    EXPECT_EQ(mReason, u"the module has no VST3 factory");
+}
+
 TEST_F(ModuleTest, EntryPointsAreOptionalAndInitDllComesFirst) {
     EXPECT_TRUE(OpenPluginModule(FixturePath16("noentry.vst3"), mReason));
     FixtureModule initDll("initdll.vst3");
