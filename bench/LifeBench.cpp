@@ -3,6 +3,7 @@
 #include "Comparison.h"
 
 #include "support/FixtureModule.h"
+#include "vynaudiofilterhost/inventory/PluginModuleInfo.h"
 #include "vynaudiofilterhost/Library.h"
 #include "vynaudiofilterhost/VST3/src/VST3PluginModule.h"
 #include "vyncore/strings/StringUtils.h"

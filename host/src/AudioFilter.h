@@ -366,6 +366,7 @@ private:
     void AddTimerRef();
     void ReleaseTimerRef();
     void BuildChannelMaps();
+    ChannelFlags MapInputs(float** in, ChannelFlags inFlags) noexcept;
     void ChangeEditing(int index, bool editing);
 
     PresetChangedSignal mPresetChanged;

@@ -19,7 +19,7 @@ void ProcessMessageHandler::Post(boost::intrusive_ptr<Message> message) {
     TransferMessagesToQueue();
 }
 
-void ProcessMessageHandler::PumpFromProcessThread() {
+void ProcessMessageHandler::ExecuteQueued() {
     boost::intrusive_ptr<Message> message;
     std::uint64_t readIndex = mReadIndex.load(std::memory_order_relaxed);
     while (readIndex != mWriteIndex.load(std::memory_order_acquire)) {
@@ -98,12 +98,13 @@ void ProcessMessageHandler::ExecuteWaitingForMain() {
         ~PumpingScope() { flag = false; }
     } const scope(mPumpingMain);
 
-    // By place and not by iterator: a message may post others, which join the end of the list.
+    // By place and not by iterator: a message may post others, which join the end of the list. None leaves it
+    // meanwhile.
     for (std::size_t place = 0; place < mMessages.size(); ++place) {
-        boost::intrusive_ptr<Message> const message = mMessages[place];
-        if (message->GetState() != Message::kStateWaitingForMain)
+        Message& message = *mMessages[place];
+        if (message.GetState() != Message::kStateWaitingForMain)
             continue;
-        if (!Execute(*message, &Message::ExecuteOnMainThread, Message::kStateWaitingForProcess))
+        if (!Execute(message, &Message::ExecuteOnMainThread, Message::kStateWaitingForProcess))
             mFirstWaiting = std::min(mFirstWaiting, place);
     }
 }

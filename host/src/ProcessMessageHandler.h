@@ -40,7 +40,10 @@ public:
     /// Takes the waiting messages out of the ring, in order, and runs the process side of each. Never waits, allocates
     /// or drops a last reference. With nothing queued it costs one load and one comparison.
     /// [process-thread | main-thread & suspended]
-    void PumpFromProcessThread();
+    void PumpFromProcessThread() {
+        if (mReadIndex.load(std::memory_order_relaxed) != mWriteIndex.load(std::memory_order_acquire))
+            ExecuteQueued();
+    }
 
     /// Fills the ring; when nothing processes, does the process side's work too, of all that waits; runs the main side
     /// of the messages that wait for it, and lets go of those that are finished and held by nobody else. Called from
@@ -65,6 +68,7 @@ private:
     static bool CanDeleteMessage(boost::intrusive_ptr<Message> const& message);
     static std::uint64_t NextSlot(std::uint64_t slot) noexcept { return slot + 1 == kSlotCount ? 0 : slot + 1; }
 
+    void ExecuteQueued();
     void TransferMessagesToQueue();
     void ExecuteWaitingForMain();
     void PurgeProcessedMessages();

@@ -71,6 +71,9 @@ TEST(PluginModuleTest, ALoadThatFailsSaysWhy) {
 }
 
 TEST(PluginModuleTest, AModuleWhoseStartUpCodeThrowsNeverLoads) {
+#if defined(VYN_DLOPEN_MAY_NOT_THROW)
+    GTEST_SKIP() << "the thread sanitizer's own dlopen does not survive an exception";
+#endif
     int const expected = PluginModule::IsSystemLoaderBlocked() ? 0 : 1;
     int complaints = 0;
     vyncore::debug::SetTraceSink([&complaints](int, std::string_view, std::string_view text) {

@@ -71,6 +71,9 @@ TEST(ModuleLoaderTest, AModuleMustBeCompleteAndGetsNothingFromOtherModules) {
 }
 
 TEST(ModuleLoaderTest, WhatStartUpCodeThrowsIsAReasonAndLoadingGoesOn) {
+#if defined(VYN_DLOPEN_MAY_NOT_THROW)
+    GTEST_SKIP() << "the thread sanitizer's own dlopen does not survive an exception";
+#endif
     std::string const why = WhyNotOpened(OS_THROWING_MODULE);
     EXPECT_NE(why.find("first line second line"), std::string::npos) << why;
     // The half-made module must not come back as a good one.

@@ -25,6 +25,7 @@ public:
             size = (size + 63) / 64;
             mLevels.emplace_back(std::make_unique<Word[]>(size > 0 ? size : 1));
         } while (size > 1);
+        mTop = mLevels.back().get();
     }
 
     /// Puts the number into the set; one that is there already stays.
@@ -38,7 +39,7 @@ public:
     }
 
     /// [any-thread]
-    bool IsEmpty() const noexcept { return mLevels.back()[0].load(std::memory_order_relaxed) == 0; }
+    bool IsEmpty() const noexcept { return mTop->load(std::memory_order_relaxed) == 0; }
 
     /// Empties the set and hands each number to visit, ascending. A number may be inserted again from within.
     /// [any-thread]
@@ -65,6 +66,7 @@ private:
     }
 
     std::vector<std::unique_ptr<Word[]>> mLevels; ///< bottom first; the last level is one word
+    Word* mTop;
 };
 
 } // namespace vynaudiofilterhost::vst3

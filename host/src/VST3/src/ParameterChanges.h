@@ -39,6 +39,10 @@ public:
     /// [process-thread | main-thread & suspended]
     void Clear() noexcept;
 
+    /// Whether no queue is in use.
+    /// [process-thread | main-thread & suspended]
+    bool IsEmpty() const noexcept { return mUsedCount == 0; }
+
     /// The number of queues in use.
     /// [process-thread | main-thread & suspended]
     Steinberg::int32 PLUGIN_API getParameterCount() override;

@@ -85,7 +85,7 @@ bool ParameterPointQueues::PopPoint(ParamID id, double& value, std::int32_t& sam
     return true;
 }
 
-bool ParameterPointQueues::DrainToParameterChanges(ParameterChanges& changes) {
+bool ParameterPointQueues::DrainChanged(ParameterChanges& changes) {
     bool moved = false;
     mChanged.TakeAll([&](std::size_t ring) {
         Steinberg::Vst::IParamValueQueue* queue = nullptr;

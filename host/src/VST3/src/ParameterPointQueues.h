@@ -47,7 +47,7 @@ public:
 
     /// Moves all points into changes, parameters in ascending order of their IDs. True when any point moved.
     /// [process-thread | main-thread & suspended]
-    bool DrainToParameterChanges(ParameterChanges& changes);
+    bool DrainToParameterChanges(ParameterChanges& changes) { return !mChanged.IsEmpty() && DrainChanged(changes); }
 
     /// Pushes all points of changes. True when any point moved.
     /// [process-thread | main-thread & suspended]
@@ -78,6 +78,7 @@ private:
         void operator()(ParameterPointRing* rings) const noexcept;
     };
 
+    bool DrainChanged(ParameterChanges& changes);
     std::size_t FindRing(Steinberg::Vst::ParamID id) const noexcept;
     std::vector<std::uint32_t> ChangedInListOrder();
 

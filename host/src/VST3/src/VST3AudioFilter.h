@@ -173,8 +173,7 @@ private:
     // Processing.
     Steinberg::Vst::ProcessData MakeProcessData();
     void UpdateTransport();
-    void ProcessSlice(Steinberg::Vst::ProcessData data, float* const* in, float* const* out, std::int32_t offset,
-                      std::int32_t numSamples);
+    void ProcessSlice(float* const* in, float* const* out, std::int32_t offset, std::int32_t numSamples);
     void FlushParametersToProcessor();
     void SendPendingValues();
     void TraceProcessError(Steinberg::tresult result);

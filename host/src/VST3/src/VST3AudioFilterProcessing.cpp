@@ -48,10 +48,9 @@ void VST3AudioFilter::Process(float** in, float** out, int numSamples, ChannelFl
         UpdateTransport();
         mInputBusBuffers.SetSilence(inFlags);
         mOutputBusBuffers.ClearSilence();
-        ProcessData const data = MakeProcessData();
         for (std::int32_t offset = 0; offset < numSamples;) {
             std::int32_t const slice = std::min(numSamples - offset, kMaxProcessBlock);
-            ProcessSlice(data, in, out, offset, slice);
+            ProcessSlice(in, out, offset, slice);
             offset += slice;
         }
         outFlags = mOutputBusBuffers.GetSilence();
@@ -86,8 +85,9 @@ void VST3AudioFilter::UpdateTransport() {
     mProcessContext.state |= playback.mIsLooping ? ProcessContext::kCycleActive : 0;
 }
 
-void VST3AudioFilter::ProcessSlice(ProcessData data, float* const* in, float* const* out, std::int32_t offset,
-                                   std::int32_t numSamples) {
+void VST3AudioFilter::ProcessSlice(float* const* in, float* const* out, std::int32_t offset, std::int32_t numSamples) {
+    // Made anew for each slice: a plug-in can write to it.
+    ProcessData data = MakeProcessData();
     data.numSamples = numSamples;
     mInputBusBuffers.Point(in, offset);
     mOutputBusBuffers.Point(out, offset);
@@ -98,7 +98,8 @@ void VST3AudioFilter::ProcessSlice(ProcessData data, float* const* in, float* co
         mProcessing = true;
     }
     TraceProcessError(mProcessor->process(data));
-    mOutputPoints.CollectFromParameterChanges(mOutputChanges);
+    if (!mOutputChanges.IsEmpty())
+        mOutputPoints.CollectFromParameterChanges(mOutputChanges);
     mInputChanges.Clear();
     ClearEvents();
     mProcessContext.projectTimeSamples += numSamples;

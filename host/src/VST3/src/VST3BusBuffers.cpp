@@ -7,10 +7,8 @@ namespace vynaudiofilterhost::vst3 {
 
 namespace {
 
-constexpr std::int32_t kFlagBits = 64;
-
 std::uint64_t LowBits(std::int32_t count) {
-    return count >= kFlagBits ? ~std::uint64_t{0} : (std::uint64_t{1} << count) - 1;
+    return count >= 64 ? ~std::uint64_t{0} : (std::uint64_t{1} << count) - 1;
 }
 
 } // namespace
@@ -22,17 +20,23 @@ void VST3BusBuffers::Clear() {
 }
 
 void VST3BusBuffers::AddBus(std::int32_t pluginChannels, std::int32_t spareChannels, std::int32_t filterChannels) {
-    filterChannels = std::min(filterChannels, pluginChannels);
-    mBuses.push_back({pluginChannels, pluginChannels + spareChannels, filterChannels, mFilterChannels});
-    mFilterChannels += filterChannels;
+    Bus bus{};
+    bus.pluginChannels = pluginChannels;
+    bus.filterChannels = std::min(filterChannels, pluginChannels);
+    bus.spareChannels = pluginChannels + spareChannels - bus.filterChannels;
+    bus.firstChannel = mFilterChannels;
+    bus.filterBits = LowBits(bus.filterChannels);
+    bus.hiddenBits = LowBits(pluginChannels) & ~bus.filterBits;
+    mBuses.push_back(bus);
+    mFilterChannels += bus.filterChannels;
 }
 
 void VST3BusBuffers::Allocate(std::int32_t maxSamples) {
     std::size_t pointers = 0;
     bool needsSpare = false;
     for (Bus const& bus : mBuses) {
-        pointers += static_cast<std::size_t>(bus.pointers);
-        needsSpare = needsSpare || bus.pointers > bus.filterChannels;
+        pointers += static_cast<std::size_t>(bus.filterChannels + bus.spareChannels);
+        needsSpare = needsSpare || bus.spareChannels > 0;
     }
     mSpare.assign(needsSpare ? static_cast<std::size_t>(maxSamples) : 0, 0.0f);
     mPointers.assign(pointers, mSpare.data());
@@ -45,54 +49,36 @@ void VST3BusBuffers::Free() {
     mSpare.clear();
 }
 
-void VST3BusBuffers::Point(float* const* channels, std::int32_t offset) noexcept {
-    // Everything anew for each slice: a plug-in can write to all of it, and what it wrote must not be followed.
-    float** pointers = mPointers.data();
-    for (std::size_t place = 0; place < mBuffers.size(); ++place) {
-        Bus const& bus = mBuses[place];
-        mBuffers[place].numChannels = bus.pluginChannels;
-        mBuffers[place].channelBuffers32 = pointers;
-        for (std::int32_t channel = 0; channel < bus.filterChannels; ++channel)
-            *pointers++ = channels[bus.firstChannel + channel] + offset;
-        for (std::int32_t channel = bus.filterChannels; channel < bus.pointers; ++channel)
-            *pointers++ = mSpare.data();
-    }
-}
-
-void VST3BusBuffers::SetSilence(ChannelFlags silent) noexcept {
+void VST3BusBuffers::SetSilenceSlowly(ChannelFlags silent) noexcept {
     std::fill(mSpare.begin(), mSpare.end(), 0.0f);
+    Bus const* bus = mBuses.data();
+    for (Steinberg::Vst::AudioBusBuffers& buffers : mBuffers) {
+        buffers.silenceFlags = bus->hiddenBits | SharedFlags(*bus, silent);
+        ++bus;
+    }
+}
+
+ChannelFlags VST3BusBuffers::GetSilenceSlowly() const noexcept {
+    ChannelFlags silent;
     for (std::size_t place = 0; place < mBuffers.size(); ++place) {
-        Bus const& bus = mBuses[place];
-        std::uint64_t flags = LowBits(bus.pluginChannels) & ~LowBits(bus.filterChannels);
-        if (bus.firstChannel + bus.filterChannels <= kFlagBits) {
-            flags |= bus.filterChannels > 0 ? silent.GetBits() >> bus.firstChannel & LowBits(bus.filterChannels) : 0;
-        } else {
-            ChannelFlags busFlags(flags);
-            for (std::int32_t channel = 0; channel < bus.filterChannels; ++channel) {
-                if (silent.Test(static_cast<unsigned>(bus.firstChannel + channel)))
-                    busFlags.Set(static_cast<unsigned>(channel));
-            }
-            flags = busFlags.GetBits();
+        for (std::int32_t channel = 0; channel < std::min(mBuses[place].filterChannels, kFlagBits); ++channel) {
+            std::int32_t const number = mBuses[place].firstChannel + channel;
+            if (number < kFlagBits && (mBuffers[place].silenceFlags >> channel & 1) != 0)
+                silent.Set(static_cast<unsigned>(number));
         }
-        mBuffers[place].silenceFlags = flags;
     }
-}
-
-void VST3BusBuffers::ClearSilence() noexcept {
-    for (Steinberg::Vst::AudioBusBuffers& buffers : mBuffers)
-        buffers.silenceFlags = 0;
-}
-
-ChannelFlags VST3BusBuffers::GetSilence() const noexcept {
-    std::uint64_t flags = 0;
-    for (std::size_t place = 0; place < mBuffers.size() && mBuses[place].firstChannel < kFlagBits; ++place) {
-        // A plug-in that sets more bits than it has channels must not silence the next bus.
-        flags |= (mBuffers[place].silenceFlags & LowBits(mBuses[place].filterChannels)) << mBuses[place].firstChannel;
-    }
-    ChannelFlags silent(flags);
-    for (std::size_t place = 0; mFilterChannels > kFlagBits && place < mBuffers.size(); ++place)
+    for (std::size_t place = 0; place < mBuffers.size(); ++place)
         ClearSharedFlags(place, silent);
     return silent;
+}
+
+std::uint64_t VST3BusBuffers::SharedFlags(Bus const& bus, ChannelFlags silent) noexcept {
+    ChannelFlags flags;
+    for (std::int32_t channel = 0; channel < bus.filterChannels; ++channel) {
+        if (silent.Test(static_cast<unsigned>(bus.firstChannel + channel)))
+            flags.Set(static_cast<unsigned>(channel));
+    }
+    return flags.GetBits();
 }
 
 void VST3BusBuffers::ClearSharedFlags(std::size_t place, ChannelFlags& silent) const noexcept {

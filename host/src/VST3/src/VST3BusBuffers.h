@@ -40,6 +40,8 @@ public:
     std::int32_t GetCount() const { return static_cast<std::int32_t>(mBuffers.size()); }
     Steinberg::Vst::AudioBusBuffers* GetData() { return mBuffers.empty() ? nullptr : mBuffers.data(); }
 
+    // What runs for every block stands here, so that it becomes part of the caller.
+
     /// Points the filter's channels at the caller's buffers, offset samples in.
     /// @param channels  channels[channel][sample], all buses in order [process-thread]
     void Point(float* const* channels, std::int32_t offset) noexcept;
@@ -55,14 +57,22 @@ public:
     ChannelFlags GetSilence() const noexcept;
 
 private:
-    void ClearSharedFlags(std::size_t place, ChannelFlags& silent) const noexcept;
+    static constexpr std::int32_t kFlagBits = 64;
 
     struct Bus {
         std::int32_t pluginChannels;
-        std::int32_t pointers;
         std::int32_t filterChannels;
-        std::int32_t firstChannel; ///< the number of its first channel among the filter's
+        std::int32_t spareChannels; ///< pointers besides those of the filter's channels
+        std::int32_t firstChannel;  ///< the number of its first channel among the filter's
+        std::uint64_t filterBits;   ///< flags of the filter's channels, within the bus
+        std::uint64_t hiddenBits;   ///< flags of the others that the plug-in counts
     };
+
+    // With channels that the filter doesn't show, or more of them than flags.
+    void SetSilenceSlowly(ChannelFlags silent) noexcept;
+    ChannelFlags GetSilenceSlowly() const noexcept;
+    static std::uint64_t SharedFlags(Bus const& bus, ChannelFlags silent) noexcept;
+    void ClearSharedFlags(std::size_t place, ChannelFlags& silent) const noexcept;
 
     std::vector<Bus> mBuses;
     std::int32_t mFilterChannels = 0;
@@ -71,5 +81,49 @@ private:
     std::vector<float*> mPointers;
     std::vector<float> mSpare; ///< what the channels that the filter doesn't show read or write
 };
+
+inline void VST3BusBuffers::Point(float* const* channels, std::int32_t offset) noexcept {
+    // Everything anew for each slice: a plug-in can write to all of it, and what it wrote must not be followed.
+    float** pointers = mPointers.data();
+    Bus const* bus = mBuses.data();
+    for (Steinberg::Vst::AudioBusBuffers& buffers : mBuffers) {
+        buffers.numChannels = bus->pluginChannels;
+        buffers.channelBuffers32 = pointers;
+        for (float** const end = pointers + bus->filterChannels; pointers != end; ++pointers)
+            *pointers = *channels++ + offset;
+        for (float** const end = pointers + bus->spareChannels; pointers != end; ++pointers)
+            *pointers = mSpare.data();
+        ++bus;
+    }
+}
+
+inline void VST3BusBuffers::SetSilence(ChannelFlags silent) noexcept {
+    if (!mSpare.empty() || mFilterChannels > kFlagBits)
+        return SetSilenceSlowly(silent);
+    Bus const* bus = mBuses.data();
+    for (Steinberg::Vst::AudioBusBuffers& buffers : mBuffers) {
+        buffers.silenceFlags = bus->filterBits != 0 ? silent.GetBits() >> bus->firstChannel & bus->filterBits : 0;
+        ++bus;
+    }
+}
+
+inline void VST3BusBuffers::ClearSilence() noexcept {
+    for (Steinberg::Vst::AudioBusBuffers& buffers : mBuffers)
+        buffers.silenceFlags = 0;
+}
+
+inline ChannelFlags VST3BusBuffers::GetSilence() const noexcept {
+    if (mFilterChannels > kFlagBits)
+        return GetSilenceSlowly();
+    std::uint64_t flags = 0;
+    Bus const* bus = mBuses.data();
+    for (Steinberg::Vst::AudioBusBuffers const& buffers : mBuffers) {
+        // A plug-in that sets more bits than it has channels must not silence the next bus.
+        if (bus->filterBits != 0)
+            flags |= (buffers.silenceFlags & bus->filterBits) << bus->firstChannel;
+        ++bus;
+    }
+    return ChannelFlags(flags);
+}
 
 } // namespace vynaudiofilterhost::vst3
