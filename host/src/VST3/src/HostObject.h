@@ -16,6 +16,9 @@ namespace vynaudiofilterhost::vst3 {
 template <class Interface>
 class HostObject : public Interface {
 public:
+    /// Whether the count ends the object, or whoever it is a part of.
+    enum class Life { kCounted, kEmbedded };
+
     HostObject(HostObject const&) = delete;
     HostObject& operator=(HostObject const&) = delete;
 
@@ -49,9 +52,6 @@ public:
     }
 
 protected:
-    /// Whether the count ends the object, or whoever it is a part of.
-    enum class Life { kCounted, kEmbedded };
-
     explicit HostObject(Life life = Life::kCounted) noexcept : mLife(life) {}
     virtual ~HostObject() = default;
 

@@ -22,9 +22,9 @@ namespace vynaudiofilterhost::vst3 {
 /// the whole pool.
 class ParameterChanges final : public HostObject<Steinberg::Vst::IParameterChanges> {
 public:
-    /// As a part of another object, which it goes with.
+    /// Without queues. A part of another object says so.
     /// [any-thread]
-    ParameterChanges() noexcept : HostObject(Life::kEmbedded) {}
+    explicit ParameterChanges(Life life = Life::kCounted) noexcept : HostObject(life) {}
 
     /// Gives the pool's reference on each queue back.
     /// [main-thread & suspended]

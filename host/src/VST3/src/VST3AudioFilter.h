@@ -223,8 +223,8 @@ private:
     VST3BusBuffers mOutputBusBuffers;
     EventListPointer mInputEvents;
     EventListPointer mOutputEvents;
-    ParameterChanges mInputChanges;
-    ParameterChanges mOutputChanges;
+    ParameterChanges mInputChanges{ParameterChanges::Life::kEmbedded};
+    ParameterChanges mOutputChanges{ParameterChanges::Life::kEmbedded};
 
     // Between the threads.
     std::atomic<std::int32_t> mLatency{0};
