@@ -26,7 +26,7 @@ void ParameterChanges::SetMaxParameters(int count) {
         AppendQueues(wanted - mPool.size());
 }
 
-void ParameterChanges::Clear() noexcept {
+void ParameterChanges::ClearQueues() noexcept {
     mUsedCount = 0;
     mIndex.Clear();
 }

@@ -37,7 +37,10 @@ public:
 
     /// Takes all queues out of use; the pool stays.
     /// [process-thread | main-thread & suspended]
-    void Clear() noexcept;
+    void Clear() noexcept {
+        if (mUsedCount != 0)
+            ClearQueues();
+    }
 
     /// Whether no queue is in use.
     /// [process-thread | main-thread & suspended]
@@ -59,6 +62,7 @@ public:
                                                                   Steinberg::int32& index) override;
 
 private:
+    void ClearQueues() noexcept;
     void AppendQueues(std::size_t count);
     bool AppendQueue() noexcept;
     void ReleaseQueuesFrom(std::size_t first) noexcept;

@@ -97,7 +97,8 @@ void VST3AudioFilter::ProcessSlice(float* const* in, float* const* out, std::int
         mProcessor->setProcessing(true);
         mProcessing = true;
     }
-    TraceProcessError(mProcessor->process(data));
+    if (Steinberg::tresult const result = mProcessor->process(data); result != kResultOk)
+        TraceProcessError(result);
     if (!mOutputChanges.IsEmpty())
         mOutputPoints.CollectFromParameterChanges(mOutputChanges);
     mInputChanges.Clear();
@@ -106,7 +107,7 @@ void VST3AudioFilter::ProcessSlice(float* const* in, float* const* out, std::int
 }
 
 void VST3AudioFilter::TraceProcessError(Steinberg::tresult result) {
-    if (result == kResultOk || mProcessErrorTraced)
+    if (mProcessErrorTraced)
         return;
     mProcessErrorTraced = true;
     DebugTrace(theProcessTrace, [result] {
@@ -151,7 +152,8 @@ void VST3AudioFilter::SendPendingValues() {
     mProcessor->setProcessing(true);
     Steinberg::tresult const result = mProcessor->process(data);
     mProcessor->setProcessing(false);
-    TraceProcessError(result);
+    if (result != kResultOk)
+        TraceProcessError(result);
     mOutputPoints.CollectFromParameterChanges(mOutputChanges);
     mInputChanges.Clear();
     ClearEvents();
