@@ -44,7 +44,7 @@ AudioFileWriter::AudioFileWriter(std::string const& path, AudioFormat const& for
     double const bytes = static_cast<double>(samples) * format.channels * GetBytesPerSample(format);
     mLong = bytes > kMostWavBytes;
     try {
-        mReplacement.emplace(path);
+        mReplacement.emplace(path, [this](std::string const& temporary) { mRemoval.emplace(temporary); });
     } catch (std::runtime_error const& error) {
         throw CommandError::OfFile(path, error.what());
     }

@@ -2,6 +2,7 @@
 
 #include "vynhost/AudioFormat.h"
 
+#include "os/FileRemovalOnSignals.h"
 #include "os/ReplacementFile.h"
 
 #include <cstdint>
@@ -52,6 +53,7 @@ private:
     std::string mPath;
     AudioFormat mFormat;
     bool mLong = false;
+    std::optional<os::FileRemovalOnSignals> mRemoval; ///< of the replacement's temporary file; outlives it
     std::optional<os::ReplacementFile> mReplacement;
     std::unique_ptr<sf_private_tag, Close> mFile;
     std::vector<float> mFloats;

@@ -1,7 +1,6 @@
 #include "vynaccelerate/Buffers.h"
 
 #include <algorithm>
-#include <cstring>
 #include <limits>
 #include <new>
 
@@ -21,12 +20,6 @@ float* Malloc_Float(std::size_t count) noexcept {
 
 void Free(float* buffer) noexcept {
     ::operator delete(buffer, kAlignment);
-}
-
-void Copy(std::size_t count, float const* source, float* destination) noexcept {
-    // memmove, because a caller that processes in place copies a buffer onto itself.
-    if (count > 0)
-        std::memmove(destination, source, count * sizeof(float));
 }
 
 void Zero(std::size_t count, float* buffer) noexcept {

@@ -74,8 +74,7 @@ std::vector<NamedLayout> const& NamedLayouts() {
         {MakeLayout({kLeft, kRight, kLeftSurround, kRightSurround}), u"Quadro"},
         {MakeLayout({kLeft, kRight, kCenter, kLeftSurround, kRightSurround}), u"5.0"},
         {CreateSurround51ChannelLayout(), u"5.1"},
-        {MakeLayout({kLeft, kRight, kCenter, kLowFrequency, kLeftSurround, kRightSurround, kSideLeft, kSideRight}),
-         u"7.1"},
+        {CreateSurround71ChannelLayout(), u"7.1"},
     };
     return layouts;
 }
@@ -93,6 +92,13 @@ AudioChannelLayout CreateStereoChannelLayout() {
 AudioChannelLayout CreateSurround51ChannelLayout() {
     return MakeLayout({Channel::kLeft, Channel::kRight, Channel::kCenter, Channel::kLowFrequency,
                        Channel::kLeftSurround, Channel::kRightSurround});
+}
+
+AudioChannelLayout CreateSurround71ChannelLayout() {
+    AudioChannelLayout layout = CreateSurround51ChannelLayout();
+    layout.emplace_back(Channel::kSideLeft);
+    layout.emplace_back(Channel::kSideRight);
+    return layout;
 }
 
 vyncore::UString AudioChannelDescriptionName(std::int32_t label) {

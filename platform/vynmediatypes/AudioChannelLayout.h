@@ -26,6 +26,10 @@ VYN_API AudioChannelLayout CreateStereoChannelLayout();
 /// [any-thread]
 VYN_API AudioChannelLayout CreateSurround51ChannelLayout();
 
+/// Left, right, center, low frequency, left surround, right surround, side left, side right.
+/// [any-thread]
+VYN_API AudioChannelLayout CreateSurround71ChannelLayout();
+
 /// The short text of a label, such as "L" or "LFE". A label without a meaning gives its number.
 /// [any-thread]
 VYN_API vyncore::UString AudioChannelDescriptionName(std::int32_t label);

@@ -1,9 +1,23 @@
 #include "vynmediatypes/ChannelMap.h"
 
+#include "vyncore/strings/StringUtils.h"
+
 #include <algorithm>
 #include <cstddef>
+#include <string>
 
 namespace vynmediatypes {
+namespace {
+
+vyncore::UString FilterChannelLabel(int channel, AudioChannelLayout const& layout) {
+    if (channel < 0)
+        return u"-";
+    auto const index = static_cast<std::size_t>(channel);
+    return index < layout.size() ? AudioChannelDescriptionName(layout[index].GetLabel())
+                                 : vyncore::string::AsciiToUTF16(std::to_string(channel));
+}
+
+} // namespace
 
 void ChannelMap::AddChannel(AudioChannelLayout const& layout, int value) {
     mEntries.push_back({layout, value});
@@ -39,13 +53,12 @@ bool ChannelMap::IsMappingEqual(ChannelMap const& other) const noexcept {
                       [](Entry const& mine, Entry const& theirs) { return mine.value == theirs.value; });
 }
 
-std::vector<vyncore::UString> GetChannelMappingLabels(ChannelMap const& map, int count,
-                                                      AudioChannelLayout const& layout) {
-    std::vector<vyncore::UString> labels(static_cast<std::size_t>(std::max(count, 0)));
-    for (std::size_t channel = 0; channel < labels.size(); ++channel) {
-        int const target = map[static_cast<int>(channel)];
-        if (target >= 0 && static_cast<std::size_t>(target) < layout.size())
-            labels[channel] = AudioChannelDescriptionName(layout[static_cast<std::size_t>(target)].GetLabel());
+vyncore::UString GetChannelMappingLabels(ChannelMap const& map, int count, AudioChannelLayout const& layout) {
+    vyncore::UString labels;
+    for (int target = 0; target < count; ++target) {
+        if (target > 0)
+            labels += u", ";
+        labels += FilterChannelLabel(map.Find(target), layout);
     }
     return labels;
 }

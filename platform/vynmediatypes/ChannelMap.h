@@ -63,10 +63,11 @@ private:
     std::vector<Entry> mEntries;
 };
 
-/// The short texts of the target channels that the first count filter channels lead to: text n is the one of the target
-/// channel of entry n, empty where there is no connection or the layout has no such channel.
+/// What each of the first `count` channels of a track is connected with, in their order and joined by ", ": the short
+/// text of the filter channel, as `layout`, the one of the filter's first bus, has it; that channel's number, from 0,
+/// when it lies beyond that layout; "-" for a track channel without connection. Empty for a count of 0 or less.
+/// `count` is the number of channels that the track has: the text has as many parts.
 /// [any-thread]
-VYN_API std::vector<vyncore::UString> GetChannelMappingLabels(ChannelMap const& map, int count,
-                                                              AudioChannelLayout const& layout);
+VYN_API vyncore::UString GetChannelMappingLabels(ChannelMap const& map, int count, AudioChannelLayout const& layout);
 
 } // namespace vynmediatypes

@@ -1,13 +1,12 @@
 #include "os/ReplacementFile.h"
 
-#include <algorithm>
-#include <array>
+#include "os/linux/NativePath.h"
+#include "vyncore/strings/StringUtils.h"
+
 #include <cerrno>
-#include <csignal>
-#include <cstring>
+#include <chrono>
 #include <fcntl.h>
 #include <filesystem>
-#include <limits.h>
 #include <stdexcept>
 #include <sys/stat.h>
 #include <system_error>
@@ -18,44 +17,46 @@ namespace os {
 
 namespace {
 
-// Plug-ins that crash are caught as well; the file of a crashed process is as useless as that of an interrupted one.
-constexpr std::array kEndingSignals{SIGINT, SIGTERM, SIGHUP, SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT};
-
-std::array<struct sigaction, kEndingSignals.size()> theFormerActions;
-std::array<char, PATH_MAX> theTemporary;
-pid_t theOwner = 0;
-
-// Runs in the middle of anything: only calls that are safe there. A child that a plug-in has forked owns no file.
-void RemoveAndEnd(int signalNumber) {
-    if (::getpid() == theOwner)
-        ::unlink(theTemporary.data());
-    auto const place = std::ranges::find(kEndingSignals, signalNumber) - kEndingSignals.begin();
-    ::sigaction(signalNumber, &theFormerActions[static_cast<std::size_t>(place)], nullptr);
-    ::raise(signalNumber);
-}
-
-void RemoveOnSignals(std::string const& path) {
-    std::ranges::copy(path, theTemporary.begin());
-    theTemporary[path.size()] = '\0';
-    theOwner = ::getpid();
-    struct sigaction action {};
-    action.sa_handler = RemoveAndEnd;
-    ::sigemptyset(&action.sa_mask);
-    for (std::size_t i = 0; i < kEndingSignals.size(); ++i) {
-        ::sigaction(kEndingSignals[i], nullptr, &theFormerActions[i]);
-        // What whoever started the process has set to be ignored stays so.
-        if (theFormerActions[i].sa_handler != SIG_IGN)
-            ::sigaction(kEndingSignals[i], &action, nullptr);
-    }
-}
-
-void LeaveSignals() {
-    for (std::size_t i = 0; i < kEndingSignals.size(); ++i)
-        ::sigaction(kEndingSignals[i], &theFormerActions[i], nullptr);
-}
-
 [[noreturn]] void ThrowSystemError(std::string const& what, int error = errno) {
     throw std::runtime_error(what + ": " + std::system_category().message(error));
+}
+
+// False when nothing is there, at the end of a link neither. Throws when it can't be replaced.
+bool IsThere(std::filesystem::path const& path) {
+    std::error_code error;
+    std::filesystem::file_type const type = std::filesystem::status(path, error).type();
+    if (type == std::filesystem::file_type::not_found)
+        return false;
+    if (error)
+        ThrowSystemError("cannot be written", error.value());
+    if (type == std::filesystem::file_type::directory)
+        throw std::runtime_error("cannot be written: it is a folder");
+    if (type != std::filesystem::file_type::regular)
+        throw std::runtime_error("cannot be written: it is no ordinary file");
+    if (::access(path.c_str(), W_OK) != 0)
+        ThrowSystemError("cannot be written");
+    return true;
+}
+
+// The library's own resolving ends at a link that leads to nothing, and the link would be replaced.
+std::filesystem::path FollowLinks(std::filesystem::path path) {
+    constexpr int kMostLinks = 40;
+    std::error_code error;
+    for (int i = 0; i < kMostLinks; ++i) {
+        std::filesystem::path const next = std::filesystem::read_symlink(path, error);
+        if (error)
+            return path;
+        path = path.parent_path() / next;
+    }
+    ThrowSystemError("cannot be written", ELOOP);
+}
+
+std::filesystem::path Canonical(std::filesystem::path const& path, char const* otherwise) {
+    std::error_code error;
+    std::filesystem::path canonical = std::filesystem::canonical(path, error);
+    if (error)
+        throw std::runtime_error(otherwise);
+    return canonical;
 }
 
 std::filesystem::path ResolveTarget(std::string const& target) {
@@ -63,42 +64,58 @@ std::filesystem::path ResolveTarget(std::string const& target) {
         throw std::runtime_error("cannot be written: this names no file");
     std::error_code error;
     std::filesystem::path path = std::filesystem::absolute(target, error);
-    if (!error)
-        path = std::filesystem::weakly_canonical(path, error);
     if (error)
         ThrowSystemError("cannot be written", error.value());
-    if (!std::filesystem::is_directory(path.parent_path(), error))
-        throw std::runtime_error("cannot be written: its folder does not exist");
-    std::filesystem::file_status const status = std::filesystem::status(path, error);
-    if (status.type() == std::filesystem::file_type::directory)
-        throw std::runtime_error("cannot be written: it is a folder");
-    if (std::filesystem::exists(status) && status.type() != std::filesystem::file_type::regular)
-        throw std::runtime_error("cannot be written: it is no ordinary file");
-    if (std::filesystem::exists(status) && ::access(path.c_str(), W_OK) != 0)
-        ThrowSystemError("cannot be written");
-    return path;
+    if (IsThere(path))
+        return Canonical(path, "cannot be written: it has no name");
+    constexpr char const* kNoFolder = "cannot be written: its folder does not exist";
+    path = FollowLinks(path);
+    std::filesystem::path const folder = Canonical(path.parent_path(), kNoFolder);
+    if (!std::filesystem::is_directory(folder, error))
+        throw std::runtime_error(kNoFolder);
+    return folder / path.filename();
 }
 
-// A signal must find the name before the file exists, or it would leave a file behind.
-int OpenTemporary(std::filesystem::path const& target, std::string& temporary) {
+// Processes that have nothing but the folder in common, and those that were ended, leave each other names to take.
+std::string MakeTemporaryName() {
+    auto const now = std::chrono::system_clock::now().time_since_epoch();
+    return ".vyn-" + std::to_string(::getpid()) + "-" +
+           std::to_string(std::chrono::duration_cast<std::chrono::nanoseconds>(now).count()) + ".tmp";
+}
+
+int OpenTemporary(std::filesystem::path const& target, std::string& temporary,
+                  ReplacementFile::NameObserver const& observer) {
     constexpr int kTries = 100;
     for (int i = 0; i < kTries; ++i) {
-        std::string const name = ".vyn-" + std::to_string(::getpid()) + "-" + std::to_string(i) + ".tmp";
-        temporary = target.parent_path() / name;
-        if (temporary.size() >= theTemporary.size())
-            ThrowSystemError("cannot be written", ENAMETOOLONG);
+        temporary = target.parent_path() / MakeTemporaryName();
         if (::access(temporary.c_str(), F_OK) == 0)
             continue;
-        RemoveOnSignals(temporary);
+        if (observer)
+            observer(temporary);
         int const descriptor = ::open(temporary.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
         if (descriptor != -1)
             return descriptor;
-        int const error = errno;
-        LeaveSignals();
-        if (error != EEXIST)
-            ThrowSystemError("cannot be written", error);
+        if (errno != EEXIST)
+            ThrowSystemError("cannot be written");
     }
     ThrowSystemError("cannot be written", EEXIST);
+}
+
+// As far as it goes: only some may give a file away, and some disks know no owners.
+void TakeOver(std::string const& former, int descriptor) {
+    struct stat status {};
+    if (::stat(former.c_str(), &status) != 0)
+        return;
+    [[maybe_unused]] int const ignored = ::fchown(descriptor, status.st_uid, status.st_gid);
+    static_cast<void>(::fchmod(descriptor, status.st_mode & 0777));
+}
+
+// File systems without a disk behind them answer EINVAL.
+bool Flush(int descriptor) {
+    int result = ::fsync(descriptor);
+    while (result != 0 && errno == EINTR)
+        result = ::fsync(descriptor);
+    return result == 0 || errno == EINVAL;
 }
 
 // The new name is on the disk only when its folder is. Not every file system can do it, and the file itself is safe.
@@ -107,33 +124,49 @@ void FlushFolder(std::string const& file) {
     int const descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (descriptor == -1)
         return;
-    static_cast<void>(::fsync(descriptor));
+    static_cast<void>(Flush(descriptor));
     ::close(descriptor);
 }
 
 } // namespace
 
-ReplacementFile::ReplacementFile(std::string const& target) : mTarget(ResolveTarget(target)) {
-    mDescriptor = OpenTemporary(mTarget, mTemporary);
-    struct stat former {};
-    if (::stat(mTarget.c_str(), &former) == 0)
-        static_cast<void>(::fchmod(mDescriptor, former.st_mode & 0777));
+ReplacementFile::ReplacementFile(std::string const& target, NameObserver const& observer)
+    : mTarget(ResolveTarget(target)) {
+    mDescriptor = OpenTemporary(mTarget, mTemporary, observer);
+    TakeOver(mTarget, mDescriptor);
 }
+
+ReplacementFile::ReplacementFile(vyncore::UString const& target)
+    : ReplacementFile(ToNativePath(target).value_or(std::string())) {}
 
 ReplacementFile::~ReplacementFile() {
     if (mDescriptor != -1)
         ::close(mDescriptor);
     if (!mTemporary.empty())
         ::unlink(mTemporary.c_str());
-    LeaveSignals();
+}
+
+bool ReplacementFile::Write(std::string_view bytes) {
+    while (!bytes.empty()) {
+        ssize_t const count = ::write(mDescriptor, bytes.data(), bytes.size());
+        if (count == 0 || (count < 0 && errno != EINTR))
+            return false;
+        bytes.remove_prefix(count > 0 ? static_cast<std::size_t>(count) : 0);
+    }
+    return true;
+}
+
+vyncore::UString ReplacementFile::GetTemporaryPath() const {
+    vyncore::UString path = vyncore::string::UTF8to16(mTemporary);
+    return ToNativePath(path) == mTemporary ? path : vyncore::UString();
 }
 
 void ReplacementFile::Commit() {
-    // File systems without a disk behind them answer EINVAL.
-    if (::fsync(mDescriptor) != 0 && errno != EINVAL)
+    if (!Flush(mDescriptor))
         ThrowSystemError("could not be written");
     int const descriptor = std::exchange(mDescriptor, -1);
-    if (::close(descriptor) != 0)
+    // An interrupted one is closed all the same, and what is in it is on the disk.
+    if (::close(descriptor) != 0 && errno != EINTR)
         ThrowSystemError("could not be written");
     if (::rename(mTemporary.c_str(), mTarget.c_str()) != 0)
         ThrowSystemError("could not be put in place");

@@ -61,13 +61,17 @@ bool Same(T const& left, T const& right) {
     return left == right;
 }
 
-bool SameValue(PropList::Value const& left, PropList::Value const& right) {
-    return std::visit(
-        [&]<class T>(T const& value) {
-            T const* const other = std::get_if<T>(&right);
-            return other && Same(value, *other);
-        },
-        left);
+bool SameValue(PropList::Values::value_type const& left, PropList::Values::value_type const& right) {
+    auto const same = [&]<class T>(T const& value) {
+        T const* const other = std::get_if<T>(&right.second);
+        return other && Same(value, *other);
+    };
+    return left.first == right.first && std::visit(same, left.second);
+}
+
+template <class Map, class SameEntry>
+bool SameEntries(Map const& left, Map const& right, SameEntry const& same) {
+    return std::equal(left.begin(), left.end(), right.begin(), right.end(), same);
 }
 
 template <class Map>
@@ -92,11 +96,26 @@ bool Erase(Map& map, std::string_view key) {
 
 PropList::PropList() = default;
 PropList::PropList(PropList&& other) noexcept = default;
-PropList::~PropList() = default;
 
-PropList::PropList(PropList const& other) : mValues(other.mValues) {
-    for (auto const& [key, list] : other.mLists)
-        mLists.emplace_hint(mLists.end(), key, std::make_unique<PropList>(*list));
+// Whatever goes through a whole tree keeps a list of what is left to do: a tree may be deeper than calls can go. Here
+// the nodes themselves are the list, so that nothing is allocated.
+PropList::~PropList() {
+    std::multimap<UTF8String, std::unique_ptr<PropList>, std::less<>> waiting;
+    for (waiting.merge(mLists); !waiting.empty();) {
+        auto const next = waiting.extract(waiting.begin());
+        waiting.merge(next.mapped()->mLists);
+    }
+}
+
+PropList::PropList(PropList const& other) : PropList() {
+    std::vector<std::pair<PropList const*, PropList*>> waiting{{&other, this}};
+    while (!waiting.empty()) {
+        auto const [from, to] = waiting.back();
+        waiting.pop_back();
+        to->mValues = from->mValues;
+        for (auto const& [key, list] : from->mLists)
+            waiting.emplace_back(list.get(), &to->CreateList(key));
+    }
 }
 
 PropList& PropList::operator=(PropList other) noexcept {
@@ -114,8 +133,8 @@ bool PropList::GetValue(std::string_view key, T& value) const {
 }
 
 template <PropType T>
-void PropList::SetValue(std::string_view key, T const& value) {
-    mValues.insert_or_assign(UTF8String(key), Value(value));
+void PropList::SetValue(std::string_view key, T value) {
+    mValues.insert_or_assign(UTF8String(key), Value(std::move(value)));
 }
 
 PropList* PropList::FindList(std::string_view key) {
@@ -153,14 +172,19 @@ bool PropList::RemoveValue(std::string_view key) {
 }
 
 bool PropList::operator==(PropList const& other) const {
-    auto const sameValue = [](auto const& left, auto const& right) {
-        return left.first == right.first && SameValue(left.second, right.second);
+    std::vector<std::pair<PropList const*, PropList const*>> waiting{{this, &other}};
+    auto const sameList = [&](auto const& left, auto const& right) {
+        waiting.emplace_back(left.second.get(), right.second.get());
+        return left.first == right.first;
     };
-    auto const sameList = [](auto const& left, auto const& right) {
-        return left.first == right.first && *left.second == *right.second;
-    };
-    return std::equal(mValues.begin(), mValues.end(), other.mValues.begin(), other.mValues.end(), sameValue) &&
-           std::equal(mLists.begin(), mLists.end(), other.mLists.begin(), other.mLists.end(), sameList);
+    while (!waiting.empty()) {
+        auto const [left, right] = waiting.back();
+        waiting.pop_back();
+        if (!SameEntries(left->mValues, right->mValues, SameValue) ||
+            !SameEntries(left->mLists, right->mLists, sameList))
+            return false;
+    }
+    return true;
 }
 
 template VYN_API bool PropList::GetValue(std::string_view, float&) const;
@@ -171,12 +195,12 @@ template VYN_API bool PropList::GetValue(std::string_view, UTF8String&) const;
 template VYN_API bool PropList::GetValue(std::string_view, UString&) const;
 template VYN_API bool PropList::GetValue(std::string_view, std::list<float>&) const;
 
-template VYN_API void PropList::SetValue(std::string_view, float const&);
-template VYN_API void PropList::SetValue(std::string_view, int const&);
-template VYN_API void PropList::SetValue(std::string_view, unsigned const&);
-template VYN_API void PropList::SetValue(std::string_view, bool const&);
-template VYN_API void PropList::SetValue(std::string_view, UTF8String const&);
-template VYN_API void PropList::SetValue(std::string_view, UString const&);
-template VYN_API void PropList::SetValue(std::string_view, std::list<float> const&);
+template VYN_API void PropList::SetValue(std::string_view, float);
+template VYN_API void PropList::SetValue(std::string_view, int);
+template VYN_API void PropList::SetValue(std::string_view, unsigned);
+template VYN_API void PropList::SetValue(std::string_view, bool);
+template VYN_API void PropList::SetValue(std::string_view, UTF8String);
+template VYN_API void PropList::SetValue(std::string_view, UString);
+template VYN_API void PropList::SetValue(std::string_view, std::list<float>);
 
 } // namespace vyncore::proplist

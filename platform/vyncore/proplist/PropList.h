@@ -26,6 +26,7 @@ concept PropType =
 /// 1. Values and sub-lists have names of their own: a value and a sub-list may bear the same key.
 /// 2. Both are kept in the order of their keys' bytes, whatever the order of writing.
 /// 3. A sub-list stays where it is until it is removed or the list is cleared or assigned, so that pointers to it hold.
+/// 4. A tree may be of any depth. Stored it has kMostListLevels levels at most.
 class VYN_API PropList {
 public:
     using Value = std::variant<float, int, unsigned, bool, UTF8String, UString, std::list<float>>;
@@ -50,7 +51,7 @@ public:
     /// Writes a value, in place of one of any type.
     /// [any-thread]
     template <PropType T>
-    void SetValue(std::string_view key, T const& value);
+    void SetValue(std::string_view key, T value);
 
     /// The sub-list of that name; null when absent.
     /// [any-thread]

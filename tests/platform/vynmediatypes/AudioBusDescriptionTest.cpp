@@ -56,6 +56,7 @@ TEST(AudioChannelLayoutTest, ALayoutIsCalledByItsNameOrByItsChannels) {
         {{100, 101}, u"Stereo"},
         {{101, 100}, u"R L"},
         {{100, 101, 102, 103, 104, 105}, u"5.1"},
+        {{100, 101, 102, 103, 104, 105, 109, 110}, u"7.1"},
         {{100, 101, 102}, u"L R C"},
         {{100, 101, 102, 103, 104}, u"L R C LFE Ls"},
         {{0, 0}, u"M M"},

@@ -47,12 +47,17 @@ TEST(ChannelMapTest, AMappingIsEqualWhateverItsLayoutsAre) {
     EXPECT_FALSE(plain.IsMappingEqual(Map({0, 1, -1})));
 }
 
-TEST(ChannelMapTest, LabelsAreThoseOfTheTargetChannels) {
-    using Texts = std::vector<vyncore::UString>;
-    AudioChannelLayout const stereo = CreateStereoChannelLayout();
-    EXPECT_EQ(GetChannelMappingLabels(Map({1, -1, 0, 2}), 5, stereo), (Texts{u"R", u"", u"L", u"", u""}));
-    EXPECT_EQ(GetChannelMappingLabels(Map({1, 0}), 1, stereo), (Texts{u"R"}));
-    EXPECT_EQ(GetChannelMappingLabels(Map({1, 0}), -1, stereo), Texts{});
+TEST(ChannelMapTest, LabelsTellTheFilterChannelOfEachTrackChannel) {
+    struct {
+        std::vector<int> values;
+        int count;
+        char16_t const* text;
+    } const cases[] = {
+        {{0, 1}, 2, u"L, R"}, {{1, 0}, 1, u"R"}, {{-1, 3, 0, 0}, 4, u"2, -, -, R"},
+        {{}, 2, u"-, -"},     {{0, -1}, 0, u""}, {{0, -1}, -1, u""},
+    };
+    for (auto const& tried : cases)
+        EXPECT_EQ(GetChannelMappingLabels(Map(tried.values), tried.count, CreateStereoChannelLayout()), tried.text);
 }
 
 } // namespace

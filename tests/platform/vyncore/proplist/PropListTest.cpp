@@ -96,6 +96,21 @@ TEST(PropListTest, CopiesAreDeepAndAListMayTakeItsOwnSubList) {
     EXPECT_EQ(list.GetValueNames(), std::vector<UTF8String>{"x"});
 }
 
+TEST(PropListTest, TreesMayBeDeeperThanCallsCanGo) {
+    PropList list;
+    PropList* inner = &list;
+    for (int level = 0; level < 200'000; ++level)
+        inner = &inner->CreateList("l");
+    inner->CreateList("a");
+    inner->CreateList("l").SetValue("x", 1);
+    PropList copy = list;
+    EXPECT_TRUE(copy == list);
+    inner->FindList("l")->SetValue("x", 2);
+    EXPECT_FALSE(copy == list);
+    copy.Clear();
+    EXPECT_TRUE(copy.IsEmpty());
+}
+
 TEST(PropListTest, EqualityIsThatOfWhatIsStored) {
     PropList one;
     PropList other;

@@ -1,0 +1,254 @@
+#include "vyncore/proplist/PropListText.h"
+
+#include "vyncore/proplist/StoredNumber.h"
+#include "vyncore/proplist/StoredText.h"
+#include "vyncore/xml/References.h"
+
+#include <pugixml.hpp>
+#include <utf8.h>
+
+#include <algorithm>
+#include <concepts>
+#include <new>
+#include <stdexcept>
+#include <string_view>
+#include <utility>
+#include <variant>
+
+namespace vyncore::proplist::utils {
+
+namespace {
+
+constexpr char const* kRoot = "proplist";
+constexpr char const* kList = "list";
+constexpr char const* kVersion = "1";
+
+template <class T>
+concept IsText = std::same_as<T, UTF8String> || std::same_as<T, UString>;
+
+template <class T>
+struct Element;
+template <>
+struct Element<float> {
+    static constexpr char const* kName = "float";
+};
+template <>
+struct Element<int> {
+    static constexpr char const* kName = "int";
+};
+template <>
+struct Element<unsigned> {
+    static constexpr char const* kName = "unsigned";
+};
+template <>
+struct Element<bool> {
+    static constexpr char const* kName = "bool";
+};
+template <>
+struct Element<UTF8String> {
+    static constexpr char const* kName = "utf8";
+};
+template <>
+struct Element<UString> {
+    static constexpr char const* kName = "text";
+};
+template <>
+struct Element<std::list<float>> {
+    static constexpr char const* kName = "floats";
+};
+
+// Writing: the library leaves out what there is no memory for, and says so only here.
+template <class Made>
+Made Need(Made made) {
+    if (!made)
+        throw std::bad_alloc();
+    return made;
+}
+
+void AddAttribute(pugi::xml_node element, char const* name, UTF8String const& value) {
+    Need(Need(element.append_attribute(name)).set_value(value.c_str()));
+}
+
+pugi::xml_node AddElement(pugi::xml_node parent, char const* name, UTF8String const& key) {
+    pugi::xml_node const element = Need(parent.append_child(name));
+    StoredText const stored = StoreText(key);
+    AddAttribute(element, "key", stored.text);
+    if (stored.escaped)
+        AddAttribute(element, "key-escaped", "true");
+    return element;
+}
+
+void AddValue(pugi::xml_node parent, UTF8String const& key, PropList::Value const& value) {
+    auto const add = [&]<class T>(T const& held) {
+        pugi::xml_node element = AddElement(parent, Element<T>::kName, key);
+        StoredText stored;
+        if constexpr (IsText<T>)
+            stored = StoreText(held);
+        else
+            stored.text = StoreNumber(held);
+        if (stored.escaped)
+            AddAttribute(element, "escaped", "true");
+        Need(Need(element.append_child(pugi::node_pcdata)).set_value(stored.text.c_str()));
+    };
+    std::visit(add, value);
+}
+
+void AddContent(pugi::xml_node element, PropList const& list, std::size_t level) {
+    if (level > kMostListLevels)
+        throw std::length_error("a property list is nested too deep to be written");
+    for (auto const& [key, value] : list.GetValues())
+        AddValue(element, key, value);
+    for (UTF8String const& key : list.GetListNames())
+        AddContent(AddElement(element, kList, key), *list.FindList(key), level + 1);
+}
+
+class Output final : public pugi::xml_writer {
+public:
+    UTF8String text;
+
+    void write(void const* data, std::size_t size) override { text.append(static_cast<char const*>(data), size); }
+};
+
+// Reading.
+struct BadText {};
+
+void Require(bool condition) {
+    if (!condition)
+        throw BadText();
+}
+
+struct Attributes {
+    UTF8String key;
+    bool escaped = false;
+};
+
+bool ReadFlag(pugi::xml_attribute attribute) {
+    bool value = false;
+    Require(RestoreNumber(attribute.value(), value));
+    return value;
+}
+
+Attributes ReadAttributes(pugi::xml_node element) {
+    StoredText key;
+    pugi::xml_attribute const keyAttribute = element.attribute("key");
+    pugi::xml_attribute const keyEscaped = element.attribute("key-escaped");
+    pugi::xml_attribute const escaped = element.attribute("escaped");
+    // Each is found once, so that another one, or one of them twice, shows.
+    for (pugi::xml_attribute const attribute : element.attributes())
+        Require(attribute == keyAttribute || attribute == keyEscaped || attribute == escaped);
+    Require(keyAttribute && xml::ResolveReferences(keyAttribute.value(), key.text));
+    key.escaped = keyEscaped && ReadFlag(keyEscaped);
+    Attributes attributes;
+    attributes.escaped = escaped && ReadFlag(escaped);
+    Require(RestoreText(key, attributes.key));
+    return attributes;
+}
+
+UTF8String ReadContent(pugi::xml_node element) {
+    UTF8String content;
+    for (pugi::xml_node const part : element.children()) {
+        UTF8String text = part.value();
+        Require(part.type() == pugi::node_cdata ||
+                (part.type() == pugi::node_pcdata && xml::ResolveReferences(part.value(), text)));
+        if (content.empty())
+            content = std::move(text);
+        else
+            content += text;
+    }
+    return content;
+}
+
+template <class T>
+bool ReadIf(pugi::xml_node element, Attributes const& attributes, PropList& list) {
+    if (std::string_view(element.name()) != Element<T>::kName)
+        return false;
+    T value{};
+    if constexpr (IsText<T>)
+        Require(RestoreText({ReadContent(element), attributes.escaped}, value));
+    else
+        Require(!attributes.escaped && RestoreNumber(ReadContent(element), value));
+    Require(!list.GetValues().contains(attributes.key));
+    list.SetValue(attributes.key, std::move(value));
+    return true;
+}
+
+template <class... Types>
+bool ReadAnyOf(std::variant<Types...> const*, pugi::xml_node element, Attributes const& attributes, PropList& list) {
+    return (ReadIf<Types>(element, attributes, list) || ...);
+}
+
+bool IsBlank(pugi::xml_node node) {
+    return node.type() == pugi::node_pcdata &&
+           std::string_view(node.value()).find_first_not_of(" \t\r\n") == std::string_view::npos;
+}
+
+void ReadList(pugi::xml_node element, PropList& list, std::size_t level) {
+    Require(level <= kMostListLevels);
+    for (pugi::xml_node const child : element.children()) {
+        if (IsBlank(child))
+            continue;
+        Require(child.type() == pugi::node_element);
+        Attributes const attributes = ReadAttributes(child);
+        if (ReadAnyOf(static_cast<PropList::Value const*>(nullptr), child, attributes, list))
+            continue;
+        Require(std::string_view(child.name()) == kList && !attributes.escaped && !list.FindList(attributes.key));
+        ReadList(child, list.CreateList(attributes.key), level + 1);
+    }
+}
+
+pugi::xml_node FindRoot(pugi::xml_document const& document) {
+    pugi::xml_node const root = document.child(kRoot);
+    for (pugi::xml_node const node : document.children())
+        Require(node == root || IsBlank(node));
+    pugi::xml_attribute const version = root.first_attribute();
+    Require(std::string_view(version.name()) == "version" && version == root.last_attribute());
+    Require(std::string_view(version.value()) == kVersion);
+    return root;
+}
+
+// The library takes them as they come, and a zero for the end.
+bool HoldsForbidden(UTF8String const& text) {
+    auto const isForbidden = [](char unit) { return !xml::IsXMLCharacter(static_cast<unsigned char>(unit)); };
+    return std::ranges::any_of(text, isForbidden) || !utf8::is_valid(text.begin(), text.end()) ||
+           text.find("\xEF\xBF\xBE") != text.npos || text.find("\xEF\xBF\xBF") != text.npos;
+}
+
+// References are left as they are: the library lets pass those that stand for nothing. A fragment is asked for so that
+// text outside the outermost element, and a document type, show; blanks, so that a text has those between its comments.
+constexpr unsigned kParseOptions =
+    pugi::parse_cdata | pugi::parse_eol | pugi::parse_fragment | pugi::parse_doctype | pugi::parse_ws_pcdata;
+
+} // namespace
+
+UTF8String WritePropList(PropList const& list) {
+    pugi::xml_document document;
+    pugi::xml_node const root = Need(document.append_child(kRoot));
+    AddAttribute(root, "version", kVersion);
+    AddContent(root, list, 1);
+    Output output;
+    document.save(output, "  ", pugi::format_indent, pugi::encoding_utf8);
+    return std::move(output.text);
+}
+
+bool ReadPropList(UTF8String const& text, PropList& list) {
+    return ReadPropList(UTF8String(text), list);
+}
+
+bool ReadPropList(UTF8String&& text, PropList& list) {
+    if (HoldsForbidden(text))
+        return false;
+    pugi::xml_document document;
+    // With the text's final zero: the library puts one in the place of the last character.
+    if (!document.load_buffer_inplace(text.data(), text.size() + 1, kParseOptions, pugi::encoding_utf8))
+        return false;
+    try {
+        PropList read;
+        ReadList(FindRoot(document), read, 1);
+        list = std::move(read);
+    } catch (BadText const&) {
+        return false;
+    }
+    return true;
+}
+
+} // namespace vyncore::proplist::utils

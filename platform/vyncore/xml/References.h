@@ -1,0 +1,20 @@
+#pragma once
+
+#include "vyncore/strings/UString.h"
+
+#include <string_view>
+
+namespace vyncore::xml {
+
+/// Puts the characters in place of the references in a piece of XML: "&amp;" and the other four that XML names,
+/// "&#10;",
+/// "&#xA;". False, and `text` says nothing, when there is another name, an ampersand that begins no reference, or the
+/// number of what is no XML character.
+/// [any-thread]
+bool ResolveReferences(std::string_view raw, UTF8String& text);
+
+/// Whether XML can hold the code point.
+/// [any-thread]
+bool IsXMLCharacter(char32_t code) noexcept;
+
+} // namespace vyncore::xml
