@@ -244,44 +244,4 @@ void AudioFilter::ReleaseTimerRef() {
         mUITimerConnection.disconnect();
 }
 
-boost::signals2::connection AudioFilter::ConnectPresetChanged(PresetChangedSignal::slot_type const& slot) {
-    return mPresetChanged.connect(slot);
-}
-
-boost::signals2::connection
-AudioFilter::ConnectAutomatedParameterChange(AutomatedParameterChangeSignal::slot_type const& slot) {
-    return mAutomatedParameterChange.connect(slot);
-}
-
-boost::signals2::connection
-AudioFilter::ConnectParameterPropertiesChanged(ParameterPropertiesChangedSignal::slot_type const& slot) {
-    return mParameterPropertiesChanged.connect(slot);
-}
-
-boost::signals2::connection AudioFilter::ConnectEditingStateChange(EditingStateChangeSignal::slot_type const& slot) {
-    return mEditingStateChange.connect(slot);
-}
-
-boost::signals2::connection AudioFilter::ConnectChannelMapChanged(ChannelMapChangedSignal::slot_type const& slot) {
-    return mChannelMapChanged.connect(slot);
-}
-
-boost::signals2::connection
-AudioFilter::ConnectBusConfigurationChanged(BusConfigurationChangedSignal::slot_type const& slot) {
-    return mBusConfigurationChanged.connect(slot);
-}
-
-boost::signals2::connection AudioFilter::ConnectTargetFormatChanged(TargetFormatChangedSignal::slot_type const& slot) {
-    return mTargetFormatChanged.connect(slot);
-}
-
-boost::signals2::connection
-AudioFilter::ConnectSuspendedStateChanged(SuspendedStateChangedSignal::slot_type const& slot) {
-    return mSuspendedStateChanged.connect(slot);
-}
-
-boost::signals2::connection AudioFilter::ConnectLatencyChanged(LatencyChangedSignal::slot_type const& slot) {
-    return mLatencyChanged.connect(slot);
-}
-
 } // namespace vynaudiofilterhost

@@ -1,20 +1,22 @@
 #pragma once
 
 #include "vynaudiofilterhost/AudioFilterParameterInfo.h"
+#include "vynaudiofilterhost/AudioFilterSignals.h"
+#include "vynaudiofilterhost/ChannelRouter.h"
 #include "vynaudiofilterhost/IAudioFilterHost.h"
 #include "vynaudiofilterhost/ProcessMessageHandler.h"
 #include "vynaudiofilterhost/RenderingContext.h"
 #include "vyncore/Export.h"
 #include "vyncore/geom/Rect.h"
 #include "vyncore/strings/UString.h"
-#include "vyncore/utility/Flags.h"
 #include "vyncore/utility/RefCountedObject.h"
 #include "vynmediatypes/AudioBusDescription.h"
 #include "vynmediatypes/AudioChannelLayout.h"
 #include "vynmediatypes/ChannelMap.h"
 
-#include <boost/signals2/signal.hpp>
+#include <boost/signals2/connection.hpp>
 #include <boost/smart_ptr/intrusive_ptr.hpp>
+#include <boost/thread/recursive_mutex.hpp>
 
 #include <atomic>
 #include <cstdint>
@@ -23,6 +25,10 @@
 #include <utility>
 #include <vector>
 
+namespace vyncore::proplist {
+class PropList;
+}
+
 namespace vynaudiofilterhost {
 
 class AudioFilterDescriptor;
@@ -30,10 +36,6 @@ class AudioFilterEditor;
 class PluginLocator;
 class PresetData;
 class PresetList;
-
-/// One bit per channel, bit n for channel n; a set bit says that the channel holds silence. Channels 64 apart share a
-/// bit.
-using ChannelFlags = vyncore::utility::Flags<std::uint64_t>;
 
 /// The one class that an application sees for every hosted effect, whatever its format.
 ///
@@ -47,24 +49,11 @@ using ChannelFlags = vyncore::utility::Flags<std::uint64_t>;
 /// Thread safety: ProcessWithMapping and the process side of posted messages belong to the process thread, everything
 /// else to the main thread. No operation on the process thread allocates, locks or waits. Signals fire on the caller's
 /// thread; the latency signal on the main thread only.
-class VYN_API AudioFilter : public vyncore::utility::RefCountedObject {
+class VYN_API AudioFilter : public vyncore::utility::RefCountedObject, public AudioFilterSignals {
 public:
     using UString = vyncore::UString;
     using Buses = std::vector<vynmediatypes::AudioBusDescription>;
     using Layouts = std::vector<vynmediatypes::AudioChannelLayout>;
-
-    enum Direction : std::int32_t { kDirectionInput = 0, kDirectionOutput = 1 };
-
-    using PresetChangedSignal = boost::signals2::signal<void()>;
-    using AutomatedParameterChangeSignal = boost::signals2::signal<void(int, float)>;
-    using ParameterPropertiesChangedSignal = boost::signals2::signal<void()>;
-    using EditingStateChangeSignal = boost::signals2::signal<void(int, bool)>;
-    using ChannelMapChangedSignal =
-        boost::signals2::signal<void(Direction, vynmediatypes::ChannelMap, vynmediatypes::ChannelMap)>;
-    using BusConfigurationChangedSignal = boost::signals2::signal<void()>;
-    using TargetFormatChangedSignal = boost::signals2::signal<void()>;
-    using SuspendedStateChangedSignal = boost::signals2::signal<void(bool)>;
-    using LatencyChangedSignal = boost::signals2::signal<void()>;
 
     /// @param uniqueID     key of the filter in the catalogue, fixed for life
     /// @param displayName  what a user sees
@@ -100,6 +89,12 @@ public:
 
     /// The entry point of the render thread: runs waiting messages, keeps the filter from reading channels that the
     /// caller declares silent, and calls Process. Arguments as for Process.
+    ///
+    /// With the channel map in use, the channels of `in` and `out` and the flags are the target's: main channels first,
+    /// in `in` the side-chain channels behind them. The buffers of channels that go around the filter get their input,
+    /// as late as the filter is; those of channels that the filter takes and gives nothing back for are left alone, and
+    /// their flag is set. While a filter runs, a target that grows hands its buffers over before a map leads there, and
+    /// one that shrinks keeps them until the change has been made.
     /// [process-thread]
     virtual void ProcessWithMapping(float** in, float** out, int numSamples, ChannelFlags inFlags,
                                     ChannelFlags& outFlags);
@@ -183,7 +178,8 @@ public:
 
     /// Asks for buses; what the filter then has is its nearest answer (GetBusConfiguration). A request that leaves the
     /// filter without any channel is undone. Fires the bus-configuration signal when a bus differs from before. Channel
-    /// maps stay as they are; rendering follows with the next Resume.
+    /// maps stay as they are; rendering follows with the next Resume. What a plug-in throws goes to the caller; the
+    /// filter may be without buses then.
     /// [main-thread & suspended]
     virtual void RequestBusConfiguration(Buses const& inputs, Buses const& outputs);
     /// True when the filter has more than one input bus.
@@ -269,8 +265,6 @@ public:
     void SetHasHighCPU(bool high) noexcept { mHasHighCPU = high; }
     std::pair<UString, bool> GetPresetNameAndDirtyState() const { return mPresetNameAndDirtyState; }
     void SetPresetNameAndDirtyState(std::pair<UString, bool> const& state) { mPresetNameAndDirtyState = state; }
-    bool GetUseChannelMap() const noexcept { return mUseChannelMap; }
-    void SetUseChannelMap(bool use) noexcept { mUseChannelMap = use; }
     int GetParameterDirtyCount() const noexcept { return mParameterDirtyCount.load(std::memory_order_relaxed); }
     /// [main-thread | process-thread]
     void BumpParameterDirtyCount() noexcept { mParameterDirtyCount.fetch_add(1, std::memory_order_relaxed); }
@@ -284,7 +278,8 @@ public:
     int GetNumberOfOutputChannels() const;
 
     /// The shape of the track that the filter sits on, and of what comes in beside it. A change fires the target-format
-    /// signal; an equal side-chain bus changes nothing.
+    /// signal; an equal side-chain bus changes nothing. What a smaller side chain loses is disconnected first. A
+    /// running filter takes buffers for as many main channels as it was resumed with.
     /// [main-thread]
     vynmediatypes::AudioBusDescription GetMainTargetBus() const { return mMainTargetBus; }
     void SetMainTargetBus(vynmediatypes::AudioBusDescription const& bus);
@@ -293,6 +288,44 @@ public:
     vynmediatypes::AudioBusDescription GetSideChainTargetBus() const { return mSideChainTargetBus; }
     void SetSideChainTargetBus(vynmediatypes::AudioBusDescription const& bus);
     std::uint64_t GetSideChainTargetBusChannelCount() const;
+
+    /// Channel maps: which target channel each filter channel is connected with, counted through all buses in order.
+    /// Target channels are those of the main target bus, for the inputs followed by those of the side-chain target bus;
+    /// -1 is none. The filter renders by its maps when they are in use, which Resume looks at. A change is announced
+    /// with the map before and since; the block that renders meanwhile has some channels as they were.
+    /// [main-thread]
+    bool GetUseChannelMap() const noexcept { return mUseChannelMap; }
+    void SetUseChannelMap(bool use) noexcept { mUseChannelMap = use; }
+    vynmediatypes::ChannelMap GetChannelMap(Direction direction) const;
+    void SetChannelMap(vynmediatypes::ChannelMap const& map, Direction direction);
+    /// Connects a filter channel with a target, which leaves its former filter channel. A negative filter channel only
+    /// frees the target, a negative target only the filter channel.
+    /// [main-thread]
+    void AssignChannelMapping(Direction direction, int filterChannel, int targetChannel);
+    void RemoveChannelMapping(Direction direction, int filterChannel);
+    /// Connects channels of the same number, as far as both sides go. Announces nothing; rendering follows with Resume.
+    /// [main-thread & suspended]
+    void SetDefaultChannelMap(Direction direction);
+    /// Whether every channel of the filter, and no other, is connected with the target channel of its number.
+    /// [main-thread]
+    bool IsChannelMapDefault(Direction direction) const;
+    /// Connects the side-chain target bus with input channels behind the main ones that no connection uses.
+    /// @param disconnectFirst  frees those channels before
+    /// [main-thread]
+    void AutoConnectSideChainChannels(bool disconnectFirst);
+    /// The filter channel that is connected with a target channel, or a negative number.
+    /// [main-thread]
+    int GetEffectChannelIndexForTarget(int targetChannel, Direction direction) const;
+    /// Both maps as stored in a list of settings (docs/formats.md). False when maps are not in use or one was not
+    /// whole; what could be read is taken then. Loading announces nothing; rendering follows with Resume.
+    /// @param fillUnmapped  connects channels that are not mentioned with the target of their number
+    /// [main-thread & suspended]
+    bool LoadChannelMapSettings(vyncore::proplist::PropList const* list, bool fillUnmapped);
+    bool SaveChannelMapSettings(vyncore::proplist::PropList* list) const;
+    /// utility::BuildBestFitChannelMap.
+    /// [any-thread]
+    static vynmediatypes::ChannelMap BuildBestFitChannelMap(Buses const& buses,
+                                                            vynmediatypes::AudioChannelLayout const& targetLayout);
 
     /// Hands a message to the process side. On a suspended filter it runs before Post returns.
     /// [main-thread]
@@ -314,26 +347,7 @@ public:
     vyncore::geom::RectT<int> GetEditorRect() const noexcept { return mEditorRect; }
     void SetEditorRect(vyncore::geom::RectT<int> const& rect) noexcept { mEditorRect = rect; }
 
-    /// Connect a slot to a signal; disconnect through the result.
-    /// [any-thread]
-    boost::signals2::connection ConnectPresetChanged(PresetChangedSignal::slot_type const& slot);
-    boost::signals2::connection ConnectAutomatedParameterChange(AutomatedParameterChangeSignal::slot_type const& slot);
-    boost::signals2::connection
-    ConnectParameterPropertiesChanged(ParameterPropertiesChangedSignal::slot_type const& slot);
-    boost::signals2::connection ConnectEditingStateChange(EditingStateChangeSignal::slot_type const& slot);
-    boost::signals2::connection ConnectChannelMapChanged(ChannelMapChangedSignal::slot_type const& slot);
-    boost::signals2::connection ConnectBusConfigurationChanged(BusConfigurationChangedSignal::slot_type const& slot);
-    boost::signals2::connection ConnectTargetFormatChanged(TargetFormatChangedSignal::slot_type const& slot);
-    boost::signals2::connection ConnectSuspendedStateChanged(SuspendedStateChangedSignal::slot_type const& slot);
-    boost::signals2::connection ConnectLatencyChanged(LatencyChangedSignal::slot_type const& slot);
-    SuspendedStateChangedSignal& GetSuspendedStateChangedSignal() noexcept { return mSuspendedStateChanged; }
-
 protected:
-    ParameterPropertiesChangedSignal& GetParameterPropertiesChangedSignal() noexcept {
-        return mParameterPropertiesChanged;
-    }
-    AutomatedParameterChangeSignal& GetAutomatedParameterChangeSignal() noexcept { return mAutomatedParameterChange; }
-
     /// Fires the latency signal; off the main thread it only traces, and the news is lost.
     /// [main-thread]
     void SendLatencyChanged();
@@ -366,22 +380,18 @@ private:
     void AddTimerRef();
     void ReleaseTimerRef();
     void BuildChannelMaps();
-    ChannelFlags MapInputs(float** in, ChannelFlags inFlags) noexcept;
+    void UpdateChannelMapArraysForRendering();
+    vynmediatypes::ChannelMap& MapOf(Direction direction) noexcept;
+    vynmediatypes::ChannelMap const& MapOf(Direction direction) const noexcept;
+    template <class Change>
+    void ChangeChannelMap(Direction direction, Change const& change);
+    void DisconnectLostSideChain(int former, int remaining);
     void ChangeEditing(int index, bool editing);
 
-    PresetChangedSignal mPresetChanged;
-    AutomatedParameterChangeSignal mAutomatedParameterChange;
-    ParameterPropertiesChangedSignal mParameterPropertiesChanged;
-    EditingStateChangeSignal mEditingStateChange;
     RenderingContext mRenderingContext = kRenderingContextRealTime;
     ProcessMessageHandler mMessageHandler;
     boost::signals2::scoped_connection mUITimerConnection;
     std::int32_t mUITimerReferenceCount = 0;
-    ChannelMapChangedSignal mChannelMapChanged;
-    BusConfigurationChangedSignal mBusConfigurationChanged;
-    TargetFormatChangedSignal mTargetFormatChanged;
-    SuspendedStateChangedSignal mSuspendedStateChanged;
-    LatencyChangedSignal mLatencyChanged;
     UString const mUniqueID;
     UString mDisplayName;
     IAudioFilterHost* mHost = nullptr;
@@ -402,9 +412,10 @@ private:
     vynmediatypes::AudioBusDescription mMainTargetBus;
     vynmediatypes::AudioBusDescription mSideChainTargetBus;
 
-    // Sized by Resume, read by the process thread.
-    std::vector<float*> mMappedInputs;
-    std::vector<float> mSilence;
+    vynmediatypes::ChannelMap mInputMap;
+    vynmediatypes::ChannelMap mOutputMap;
+    mutable boost::recursive_mutex mChannelMapMutex;
+    ChannelRouter mRouter;
 
     std::vector<bool> mParametersBeingEdited;
     mutable std::mutex mEditingMutex; ///< plug-ins report gestures on any thread

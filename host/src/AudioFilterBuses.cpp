@@ -110,7 +110,13 @@ void AudioFilter::SetChannelMapTargetChannelLayout(AudioChannelLayout const& lay
 void AudioFilter::SetSideChainTargetBus(AudioBusDescription const& bus) {
     if (bus == mSideChainTargetBus)
         return;
+    bool const shrinks = bus.GetChannelCount() < mSideChainTargetBus.GetChannelCount();
+    if (shrinks)
+        DisconnectLostSideChain(mSideChainTargetBus.GetChannelCount(), bus.GetChannelCount());
     mSideChainTargetBus = bus;
+    // Any other entry that leads to a lost channel must not be rendered either.
+    if (shrinks && !IsSuspended())
+        UpdateChannelMapArraysForRendering();
     mTargetFormatChanged();
 }
 

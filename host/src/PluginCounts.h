@@ -10,6 +10,7 @@ inline constexpr std::int32_t kMaxBuses = 1000;
 inline constexpr std::int32_t kMaxParameters = 1000000;
 inline constexpr std::int32_t kMaxUnits = 100000;
 inline constexpr std::int32_t kMaxPrograms = 1000000;
+inline constexpr std::int32_t kMaxDelayedSamples = 1 << 26; ///< of all channels that go around a filter together
 
 /// The count as it is, or 0 for one that is negative or beyond the limit: an absurd count is taken as none.
 /// [any-thread]

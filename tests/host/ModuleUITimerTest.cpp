@@ -49,6 +49,9 @@ std::string MonitorText() {
 
 class ModuleUITimerTest : public testing::Test {
 protected:
+    // Another test of the program may have left a tick behind.
+    void SetUp() override { RunCallsUntilNoneAreLeft(); }
+
     void TearDown() override {
         mConnection.disconnect();
         RunCallsUntilNoneAreLeft();

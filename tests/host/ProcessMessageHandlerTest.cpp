@@ -191,8 +191,10 @@ TEST_F(ProcessMessageHandlerTest, TenMillionMessagesPassBetweenTwoThreads) {
     std::atomic<bool> done{false};
     mHandler.SetProcessing(true);
     std::thread render([&] {
-        while (!done.load(std::memory_order_acquire))
+        while (!done.load(std::memory_order_acquire)) {
             mHandler.PumpFromProcessThread();
+            std::this_thread::yield(); // where cores are few the other side needs this one
+        }
         vyntest::NoAllocationScope const guard;
         mHandler.PumpFromProcessThread();
     });

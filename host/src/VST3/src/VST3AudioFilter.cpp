@@ -52,12 +52,25 @@ void VST3AudioFilter::Resume() {
     SetupProcessing();
     mInputBusBuffers.Allocate(kMaxProcessBlock);
     mOutputBusBuffers.Allocate(kMaxProcessBlock);
-    mComponent->setActive(true);
-    if (GetSideChainTargetBusChannelCount() != 0)
-        ActivateBuses(Steinberg::Vst::kInput, Steinberg::Vst::kAux);
-    mProcessErrorTraced = false;
-    AudioFilter::Resume();
-    mLatency = ReadLatency();
+    try {
+        mComponent->setActive(true);
+        if (GetSideChainTargetBusChannelCount() != 0)
+            ActivateBuses(Steinberg::Vst::kInput, Steinberg::Vst::kAux);
+        mProcessErrorTraced = false;
+        // The base class asks once, in time for the channels that go around the plug-in.
+        mLatency = kLatencyUnread;
+        AudioFilter::Resume();
+    } catch (...) {
+        if (IsSuspended())
+            Guarded([this] { Deactivate(); });
+        throw;
+    }
+}
+
+void VST3AudioFilter::Deactivate() {
+    mComponent->setActive(false);
+    mInputBusBuffers.Free();
+    mOutputBusBuffers.Free();
 }
 
 void VST3AudioFilter::Suspend() {
@@ -66,9 +79,7 @@ void VST3AudioFilter::Suspend() {
         mProcessor->setProcessing(false);
         mProcessing = false;
     }
-    mComponent->setActive(false);
-    mInputBusBuffers.Free();
-    mOutputBusBuffers.Free();
+    Deactivate();
 }
 
 void VST3AudioFilter::ActivateBuses(BusDirection direction, Steinberg::Vst::BusType type) {
@@ -86,7 +97,11 @@ std::int32_t VST3AudioFilter::ReadLatency() const {
 }
 
 int VST3AudioFilter::GetInitialDelay() const {
-    return IsSuspended() ? ReadLatency() : mLatency.load(std::memory_order_relaxed);
+    if (IsSuspended())
+        return ReadLatency();
+    if (mLatency.load(std::memory_order_relaxed) == kLatencyUnread)
+        mLatency = ReadLatency();
+    return mLatency.load(std::memory_order_relaxed);
 }
 
 int VST3AudioFilter::GetTail() const {

@@ -162,6 +162,7 @@ private:
 
     // Life: VST3AudioFilter.cpp.
     void SetupProcessing();
+    void Deactivate();
     void ActivateBuses(Steinberg::Vst::BusDirection direction, Steinberg::Vst::BusType type);
     std::int32_t ReadLatency() const;
 
@@ -227,8 +228,9 @@ private:
     ParameterChanges mOutputChanges{ParameterChanges::Life::kEmbedded};
 
     // Between the threads.
-    std::atomic<std::int32_t> mLatency{0};
-    std::atomic<bool> mParametersListed{false}; ///< what a plug-in edits before that is not heard
+    static constexpr std::int32_t kLatencyUnread = -1;
+    mutable std::atomic<std::int32_t> mLatency{0}; ///< while the filter runs; kLatencyUnread until it is asked for
+    std::atomic<bool> mParametersListed{false};    ///< what a plug-in edits before that is not heard
     ParameterPointQueues mInputPoints;
     ParameterPointQueues mOutputPoints;
 };

@@ -82,7 +82,7 @@ void VST3AudioFilter::RequestIOConfiguration(Layouts const& inputLayouts, Layout
     std::vector<SpeakerArrangement> outputs;
     ArrangementsFromLayouts(inputLayouts, inputs);
     ArrangementsFromLayouts(outputLayouts, outputs);
-    if (inputs.empty() || outputs.empty())
+    if (inputs.empty() || outputs.empty() || std::max(inputs.size(), outputs.size()) > kMaxBuses)
         return;
     // The answer is what the arrangements read back say, whatever the plug-in returns here.
     mProcessor->setBusArrangements(inputs.data(), static_cast<int32>(inputs.size()), outputs.data(),
