@@ -27,13 +27,11 @@ void ChannelFit::Apply(float* const* from, float* const* to, int samples) const 
     }
 }
 
-std::string ChannelFit::Describe() const {
+std::string ChannelFit::Describe(std::string const& reason) const {
     if (mFrom == mTo)
         return {};
     std::string const file = ChannelCountName(mFrom) + " file ";
-    if (mTo == 0)
-        return file + "not used: the plug-in takes no audio";
-    std::string const taken = ": the plug-in takes " + CountText(mTo);
+    std::string const taken = ": " + reason + " " + CountText(mTo);
     if (mTo == 1)
         return file + "mixed to mono" + taken;
     if (mFrom > mTo)

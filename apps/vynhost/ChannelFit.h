@@ -4,13 +4,13 @@
 
 namespace vynhost {
 
-/// How the channels of a file go into the channels that a plug-in takes: one to one; with fewer channels wanted,
+/// How the channels of a file go into the channels of a track: one to one; with fewer channels wanted,
 /// channel c is the average of the file's channels c, c + wanted, c + 2 * wanted and so on; with more wanted, the
 /// file's channels repeat in order. A constant value without audio of its own.
 class ChannelFit {
 public:
     /// @param from  channels of the file, at least 1
-    /// @param to    channels that the plug-in takes; 0 for a plug-in without an input
+    /// @param to    channels that are wanted, at least 1
     ChannelFit(int from, int to) : mFrom(from), mTo(to) {}
 
     /// Fills to[channel][sample] from from[channel][sample]; the two don't overlap.
@@ -18,8 +18,9 @@ public:
     void Apply(float* const* from, float* const* to, int samples) const noexcept;
 
     /// What a user should know about it; empty when every channel goes through as it is.
+    /// @param reason  for this number of channels, which the text puts behind it: "the track has"
     /// [any-thread]
-    std::string Describe() const;
+    std::string Describe(std::string const& reason) const;
 
 private:
     int mFrom;

@@ -1,47 +1,18 @@
 #include "vynhost/MainBuses.h"
 
+#include "vynhost/TrackLayout.h"
+
 #include "vynaudiofilterhost/AudioFilter.h"
 
 #include <algorithm>
-#include <iterator>
 
 namespace vynhost {
 
 using vynaudiofilterhost::AudioFilter;
 using vynmediatypes::AudioBusDescription;
-using vynmediatypes::AudioChannelDescription;
 using vynmediatypes::AudioChannelLayout;
 
 namespace {
-
-// The order of the channels is the one that both WAV files and plug-ins use.
-AudioChannelLayout UsualLayout(int channels) {
-    using enum AudioChannelDescription::Label;
-    auto const make = [](std::initializer_list<AudioChannelDescription::Label> labels) {
-        AudioChannelLayout layout;
-        std::ranges::transform(labels, std::back_inserter(layout),
-                               [](auto label) { return AudioChannelDescription(label); });
-        return layout;
-    };
-    switch (channels) {
-    case 1:
-        return vynmediatypes::CreateMonoChannelLayout();
-    case 2:
-        return vynmediatypes::CreateStereoChannelLayout();
-    case 3:
-        return make({kLeft, kRight, kCenter});
-    case 4:
-        return make({kLeft, kRight, kLeftSurround, kRightSurround});
-    case 5:
-        return make({kLeft, kRight, kCenter, kLeftSurround, kRightSurround});
-    case 6:
-        return vynmediatypes::CreateSurround51ChannelLayout();
-    case 8:
-        return make({kLeft, kRight, kCenter, kLowFrequency, kLeftSurround, kRightSurround, kSideLeft, kSideRight});
-    default:
-        return {};
-    }
-}
 
 bool IsMain(AudioBusDescription const& bus) {
     return bus.GetType() == AudioBusDescription::kTypeMain;
@@ -56,8 +27,10 @@ void SetMainLayout(AudioFilter::Buses& buses, AudioChannelLayout const& layout) 
 BusSpan FindMain(AudioFilter::Buses const& buses) {
     BusSpan span;
     for (AudioBusDescription const& bus : buses) {
+        ++span.bus;
+        span.channels = bus.GetChannelCount();
         if (IsMain(bus))
-            return {span.firstChannel, bus.GetChannelCount()};
+            return span;
         span.firstChannel += bus.GetChannelCount();
     }
     return {};
@@ -65,9 +38,8 @@ BusSpan FindMain(AudioFilter::Buses const& buses) {
 
 } // namespace
 
-void RequestMainBuses(AudioFilter& filter, int channels) {
-    AudioChannelLayout const layout = UsualLayout(channels);
-    if (layout.empty())
+void RequestMainBuses(AudioFilter& filter, AudioChannelLayout const& layout) {
+    if (UsualLayout(static_cast<int>(layout.size())).empty())
         return;
     AudioFilter::Buses inputs;
     AudioFilter::Buses outputs;
@@ -83,9 +55,9 @@ BusSpan FindMainInput(AudioFilter const& filter) {
 
 BusSpan FindMainOutput(AudioFilter const& filter) {
     BusSpan const main = FindMain(filter.GetOutputBuses());
-    if (main.channels != 0 || filter.GetOutputBuses().empty())
+    if (main.bus >= 0 || filter.GetOutputBuses().empty())
         return main;
-    return {0, filter.GetOutputBuses().front().GetChannelCount()};
+    return {0, 0, filter.GetOutputBuses().front().GetChannelCount()};
 }
 
 } // namespace vynhost

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "vynmediatypes/AudioChannelLayout.h"
+
 namespace vynaudiofilterhost {
 class AudioFilter;
 }
@@ -8,14 +10,18 @@ namespace vynhost {
 
 /// Where the main bus of one direction lies among all channels of a filter.
 struct BusSpan {
+    int bus = -1; ///< its number; negative when there is no such bus
     int firstChannel = 0;
-    int channels = 0; ///< 0 when there is no such bus
+    int channels = 0;
+
+    /// [any-thread]
+    bool Has(int channel) const noexcept { return channel >= firstChannel && channel < firstChannel + channels; }
 };
 
-/// Asks the filter for a main input and a main output of so many channels, its other buses as they are. What it has
-/// afterwards is its own answer. Counts that have no usual layout are not asked for.
+/// Asks the filter for a main input and a main output of this layout, its other buses as they are. What it has
+/// afterwards is its own answer. Numbers of channels that have no usual layout are not asked for.
 /// [main-thread & suspended]
-void RequestMainBuses(vynaudiofilterhost::AudioFilter& filter, int channels);
+void RequestMainBuses(vynaudiofilterhost::AudioFilter& filter, vynmediatypes::AudioChannelLayout const& layout);
 
 /// The first input bus of the main type; none on an instrument.
 /// [main-thread]

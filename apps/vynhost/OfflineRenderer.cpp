@@ -1,22 +1,19 @@
 #include "vynhost/OfflineRenderer.h"
 
-#include "vynhost/ChannelFit.h"
 #include "vynhost/Session.h"
 
 #include <algorithm>
 #include <bit>
+#include <cstdlib>
 #include <stdexcept>
 #include <utility>
 
 namespace vynhost {
 
-using vynaudiofilterhost::ChannelFlags;
-
 namespace {
 
 constexpr double kAbsurdSeconds = 60.0;
 constexpr double kLimitedTailSeconds = 10.0;
-constexpr int kFlaggedChannels = 64;
 
 // What output buffers hold before the filter writes them: a number far below hearing that no effect computes by chance.
 // What still holds it afterwards was not written.
@@ -33,6 +30,7 @@ OfflineRenderer::OfflineRenderer(vynaudiofilterhost::AudioFilter& filter, Render
     try {
         SetUpFilter();
         PrepareBlocks();
+        StartFilter();
     } catch (...) {
         ReleaseFilter();
         throw;
@@ -58,34 +56,45 @@ void OfflineRenderer::SetUpFilter() {
     mFilter.SetRenderingContext(vynaudiofilterhost::kRenderingContextOffline);
     mFilter.SetSampleRate(static_cast<float>(mSetup.sampleRate));
     mFilter.SetBlockSize(mSetup.blockSize);
-    RequestMainBuses(mFilter, mSetup.channels);
-    mFilter.Resume();
+    mTrack.emplace(mFilter, mSetup.track);
+    mFilterInputs = mFilter.GetNumberOfInputChannels();
+    mFilterOutputs = mFilter.GetNumberOfOutputChannels();
 }
 
 void OfflineRenderer::PrepareBlocks() {
-    mMainInput = FindMainInput(mFilter);
-    mMainOutput = FindMainOutput(mFilter);
-    if (mMainOutput.channels <= 0)
-        throw std::runtime_error("the plug-in gives no audio: it has no output bus");
     // The silence flags of a block that the filter cuts up for itself speak of its last piece alone.
     mBlockSize = std::clamp(mFilter.GetMaxProcessingBlockSize(), 1, mSetup.blockSize);
-    mSourceBuffers.emplace(mSetup.channels, mBlockSize);
-    mInputs.emplace(mFilter.GetNumberOfInputChannels(), mBlockSize);
-    mOutputs.emplace(mFilter.GetNumberOfOutputChannels(), mBlockSize);
-    for (int channel = 0; channel < std::min(mInputs->GetChannelCount(), kFlaggedChannels); ++channel) {
-        int const inMain = channel - mMainInput.firstChannel;
-        mSilentInputs.Assign(static_cast<unsigned>(channel), inMain < 0 || inMain >= mMainInput.channels);
+    int const channels = mTrack->GetChannels();
+    mFile.emplace(mTrack->GetFileChannels(), mBlockSize);
+    mInputs.emplace(channels + mTrack->GetSideChainChannels(), mBlockSize);
+    mOutputs.emplace(channels, mBlockSize);
+    mDelivered.resize(static_cast<std::size_t>(channels));
+    mSourceChannels.assign(mFile->GetPointers(), mFile->GetPointers() + mFile->GetChannelCount());
+    mSourceChannels.insert(mSourceChannels.end(), mInputs->GetPointers() + channels,
+                           mInputs->GetPointers() + mInputs->GetChannelCount());
+}
+
+void OfflineRenderer::StartFilter() {
+    mFilter.Resume();
+    if (mSetup.latency && *mSetup.latency != mFilter.GetInitialDelay()) {
+        ProcessBlock(mBlockSize);
+        Session::RunDueCalls();
+        mFilter.Suspend();
+        mFilter.Resume();
     }
+    mDelayAround = ReadLatency();
 }
 
 RenderOutcome OfflineRenderer::Run(Source const& source, Sink const& sink) {
-    if (std::string note = ChannelFit(mSetup.channels, mMainInput.channels).Describe(); !note.empty())
+    for (std::string& note : mTrack->Describe())
         Note(std::move(note));
-    mOutcome.latency = mSetup.latency.value_or(ReadLatency());
+    mOutcome.latency = mSetup.latency.value_or(mDelayAround);
+    mProcessingTime = {};
     while (mPosition < GetEnd()) {
         int const samples = static_cast<int>(std::min<std::int64_t>(mBlockSize, GetEnd() - mPosition));
         bool const sounding = ReadBlock(source, samples);
         ProcessBlock(samples);
+        ++mBlocks;
         Session::RunDueCalls();
         CheckBuses();
         // Some plug-ins know their latency only when they have processed a block.
@@ -125,18 +134,19 @@ std::int64_t OfflineRenderer::ReadTail() {
     return static_cast<std::int64_t>(kLimitedTailSeconds * mSetup.sampleRate);
 }
 
-// True when there is any sound in the block.
+// True when the filter is given any sound in this block.
 bool OfflineRenderer::ReadBlock(Source const& source, int samples) {
     int const wanted = static_cast<int>(std::clamp<std::int64_t>(mSetup.samples - mPosition, 0, samples));
     if (wanted > 0)
-        source(mSourceBuffers->GetPointers(), wanted);
-    float** const inputs = mInputs->GetPointers() + mMainInput.firstChannel;
-    ChannelFit(mSetup.channels, mMainInput.channels).Apply(mSourceBuffers->GetPointers(), inputs, wanted);
+        source(mSourceChannels.data(), wanted);
+    mTrack->GetFit().Apply(mFile->GetPointers(), mInputs->GetPointers(), wanted);
 
     bool sounding = false;
-    for (int channel = 0; channel < mMainInput.channels; ++channel) {
-        std::fill(inputs[channel] + wanted, inputs[channel] + samples, 0.0f);
-        sounding = sounding || std::any_of(inputs[channel], inputs[channel] + wanted, [](float s) { return s != 0; });
+    for (int channel = 0; channel < mInputs->GetChannelCount(); ++channel) {
+        std::span<float> const input = mInputs->GetChannel(channel, samples);
+        std::ranges::fill(input.subspan(static_cast<std::size_t>(wanted)), 0.0f);
+        bool const taken = channel < mTrack->GetChannels() && mTrack->IsRead(channel);
+        sounding = sounding || (taken && std::ranges::any_of(input, [](float sample) { return sample != 0; }));
     }
     return sounding;
 }
@@ -149,42 +159,42 @@ void OfflineRenderer::ProcessBlock(int samples) {
     mSilentOutputs.ClearAll();
 
     auto const start = std::chrono::steady_clock::now();
-    mFilter.ProcessWithMapping(mInputs->GetPointers(), mOutputs->GetPointers(), samples, mSilentInputs, mSilentOutputs);
+    mFilter.ProcessWithMapping(mInputs->GetPointers(), mOutputs->GetPointers(), samples,
+                               vynaudiofilterhost::ChannelFlags(), mSilentOutputs);
     mProcessingTime += std::chrono::steady_clock::now() - start;
-    ++mBlocks;
 }
 
 // Zeroes what is silent and what was not written. False when the filter neither wrote anything nor said it is silent.
+// Of channels that share a flag none sounds when it is set.
 bool OfflineRenderer::TidyOutput(int samples) {
     bool done = false;
-    for (int i = 0; i < mMainOutput.channels; ++i) {
-        int const channel = mMainOutput.firstChannel + i;
+    bool fed = false;
+    for (int channel = 0; channel < mOutputs->GetChannelCount(); ++channel) {
         std::span<float> const output = mOutputs->GetChannel(channel, samples);
-        if (channel < kFlaggedChannels && mSilentOutputs.Test(static_cast<unsigned>(channel))) {
+        bool const silent = mSilentOutputs.Test(static_cast<unsigned>(channel));
+        bool const written = silent || !std::ranges::all_of(output, IsUnwritten);
+        fed = fed || mTrack->IsFed(channel);
+        done = done || (written && mTrack->IsFed(channel));
+        if (silent)
             std::ranges::fill(output, 0.0f);
-            done = true;
-        } else {
-            done = done || !std::ranges::all_of(output, IsUnwritten);
+        else
             std::ranges::replace_if(output, IsUnwritten, 0.0f);
-        }
     }
-    return done;
+    return done || !fed;
 }
 
 void OfflineRenderer::Deliver(Sink const& sink, int samples) {
     int const skipped = static_cast<int>(std::clamp<std::int64_t>(mOutcome.latency - mPosition, 0, samples));
     if (skipped == samples)
         return;
-    std::vector<float*> channels;
-    for (int i = 0; i < mMainOutput.channels; ++i)
-        channels.push_back(mOutputs->GetPointers()[mMainOutput.firstChannel + i] + skipped);
-    sink(channels.data(), samples - skipped);
+    std::transform(mOutputs->GetPointers(), mOutputs->GetPointers() + mOutputs->GetChannelCount(), mDelivered.begin(),
+                   [skipped](float* channel) { return channel + skipped; });
+    sink(mDelivered.data(), samples - skipped);
     mOutcome.samples += samples - skipped;
 }
 
 void OfflineRenderer::CheckBuses() const {
-    if (mFilter.GetNumberOfInputChannels() != mInputs->GetChannelCount() ||
-        mFilter.GetNumberOfOutputChannels() != mOutputs->GetChannelCount())
+    if (mFilter.GetNumberOfInputChannels() != mFilterInputs || mFilter.GetNumberOfOutputChannels() != mFilterOutputs)
         throw std::runtime_error("the plug-in changed its buses in the middle of the work");
 }
 
@@ -193,18 +203,26 @@ void OfflineRenderer::Note(std::string note) {
         mOutcome.notes.push_back(std::move(note));
 }
 
-RenderOutcome OfflineRenderer::Conclude() {
-    if (mUndoneBlocks > 0)
-        throw std::runtime_error("the plug-in failed to process " + std::to_string(mUndoneBlocks) + " of " +
-                                 std::to_string(mBlocks) + " blocks");
-    // What a plug-in has learned of its latency while it worked shows when it is asked anew: suspended, or when it is
-    // set up again. Some know it in one of the two states alone, and say 0 in the other.
+// What a plug-in has learned of its latency while it worked shows when it is asked anew: suspended, or when it is set
+// up again. Some know it in one of the two states alone, and say 0 in the other.
+void OfflineRenderer::CompareLatencies() {
     mFilter.Suspend();
     int const suspended = ReadLatency();
     mFilter.Resume();
     mOutcome.latencyAfterwards = std::max(suspended, ReadLatency());
     mFilter.Suspend();
+    if (mTrack->HasChannelsAround())
+        mOutcome.lateness = mDelayAround - mOutcome.latency;
+    if (mOutcome.lateness != 0)
+        Note("channels that go around the plug-in are out of step with it: " +
+             std::to_string(std::abs(mOutcome.lateness)) + " samples " + (mOutcome.lateness < 0 ? "early" : "late"));
+}
 
+RenderOutcome OfflineRenderer::Conclude() {
+    if (mUndoneBlocks > 0)
+        throw std::runtime_error("the plug-in failed to process " + std::to_string(mUndoneBlocks) + " of " +
+                                 std::to_string(mBlocks) + " blocks");
+    CompareLatencies();
     double const seconds = std::max(std::chrono::duration<double>(mProcessingTime).count(), 1e-9);
     mOutcome.timesRealTime = static_cast<double>(mPosition) / mSetup.sampleRate / seconds;
     mOutcome.tail = mTail.value_or(0);

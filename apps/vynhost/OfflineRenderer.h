@@ -1,8 +1,8 @@
 #pragma once
 
 #include "vynhost/ChannelBuffers.h"
-#include "vynhost/MainBuses.h"
 #include "vynhost/RenderTransport.h"
+#include "vynhost/Track.h"
 
 #include "vynaudiofilterhost/AudioFilter.h"
 
@@ -17,7 +17,7 @@ namespace vynhost {
 
 /// What is to be rendered.
 struct RenderSetup {
-    int channels = 0;         ///< of the source, at least 1
+    TrackRequest track = {};
     std::int64_t samples = 0; ///< per channel of the source
     double sampleRate = 0.0;  ///< in hertz
     int blockSize = 0;        ///< at least 1
@@ -27,9 +27,11 @@ struct RenderSetup {
 
 /// What became of it.
 struct RenderOutcome {
-    std::int64_t samples = 0;       ///< per channel, handed to the sink
-    int latency = 0;                ///< in samples, compensated
-    int latencyAfterwards = 0;      ///< what the filter says when it is asked anew after the work
+    std::int64_t samples = 0;  ///< per channel, handed to the sink
+    int latency = 0;           ///< in samples, compensated
+    int latencyAfterwards = 0; ///< what the filter says when it is asked anew after the work
+    /// By how many samples channels that go around the filter come too late; negative: too early. 0 without such.
+    int lateness = 0;
     std::int64_t tail = 0;          ///< in samples, rendered behind the source's end
     double timesRealTime = 0.0;     ///< of the time inside the filter alone
     std::vector<std::string> notes; ///< for the user
@@ -42,15 +44,18 @@ struct RenderOutcome {
 /// filter belongs to the caller and must outlive it.
 ///
 /// What comes out is in step with what went in: the filter's latency is cut off in front and rendered behind, and the
-/// filter's tail follows. An endless or absurd tail is limited to ten seconds.
+/// filter's tail follows. An endless or absurd tail is limited to ten seconds. The filter itself delays what goes
+/// around it, by the latency that it says when it is resumed; for one that is given another latency and learns it only
+/// from audio, a block of silence comes first.
 class OfflineRenderer {
 public:
-    /// Fills channels[channel][sample] with the next samples of the source.
+    /// Fills channels[channel][sample] with the next samples of the source: the file's channels, those of the side
+    /// chain behind them.
     using Source = std::function<void(float* const* channels, int samples)>;
-    /// Takes the next samples of the result, GetOutputChannels channels of them. They may be changed in place.
+    /// Takes the next samples of the result, the track's main channels. They may be changed in place.
     using Sink = std::function<void(float* const* channels, int samples)>;
 
-    /// Sets the filter up and resumes it. Throws std::runtime_error when the filter gives no audio.
+    /// Sets the filter up and resumes it. Throws what Track throws.
     /// [main-thread & suspended]
     OfflineRenderer(vynaudiofilterhost::AudioFilter& filter, RenderSetup const& setup);
     OfflineRenderer(OfflineRenderer const&) = delete;
@@ -58,9 +63,8 @@ public:
     /// [main-thread]
     ~OfflineRenderer();
 
-    /// Channels of the filter's main output.
     /// [main-thread]
-    int GetOutputChannels() const noexcept { return mMainOutput.channels; }
+    int GetOutputChannels() const noexcept { return mTrack->GetChannels(); }
 
     /// Renders everything on the calling thread, which is the process thread meanwhile, and runs the main thread's
     /// calls between blocks. Throws std::runtime_error when the filter doesn't do the work, and what source and sink
@@ -71,6 +75,7 @@ public:
 private:
     void SetUpFilter();
     void PrepareBlocks();
+    void StartFilter();
     void ReleaseFilter() noexcept;
     std::int64_t GetEnd();
     int ReadLatency();
@@ -81,19 +86,23 @@ private:
     void Deliver(Sink const& sink, int samples);
     void CheckBuses() const;
     void Note(std::string note);
+    void CompareLatencies();
     RenderOutcome Conclude();
 
     vynaudiofilterhost::AudioFilter& mFilter;
     RenderSetup const mSetup;
     RenderTransport mTransport;
-    BusSpan mMainInput;
-    BusSpan mMainOutput;
+    std::optional<Track> mTrack;
     int mBlockSize = 0;
-    vynaudiofilterhost::ChannelFlags mSilentInputs;
+    int mFilterInputs = 0;  ///< channels, all buses together
+    int mFilterOutputs = 0; ///< likewise
+    int mDelayAround = 0;   ///< of channels that go around, in samples
     vynaudiofilterhost::ChannelFlags mSilentOutputs;
-    std::optional<ChannelBuffers> mSourceBuffers;
-    std::optional<ChannelBuffers> mInputs;
-    std::optional<ChannelBuffers> mOutputs;
+    std::optional<ChannelBuffers> mFile;
+    std::optional<ChannelBuffers> mInputs;  ///< of the track, with the side chain
+    std::optional<ChannelBuffers> mOutputs; ///< of the track
+    std::vector<float*> mSourceChannels;
+    std::vector<float*> mDelivered;
 
     std::int64_t mPosition = 0;
     std::optional<std::int64_t> mTail;

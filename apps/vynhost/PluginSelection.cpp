@@ -61,6 +61,12 @@ PluginSelection::PluginSelection(std::string const& modulePath, std::string cons
 
 PluginSelection::~PluginSelection() = default;
 
+vynaudiofilterhost::PluginLocator PluginSelection::GetLocator() const {
+    vynaudiofilterhost::PluginLocator ofClass;
+    ofClass.FromString(mClassID);
+    return {ofClass.GetTechnologyType(), mModule->GetPath()};
+}
+
 boost::intrusive_ptr<AudioFilter> PluginSelection::CreateFilter() const {
     boost::intrusive_ptr<AudioFilter> filter = mModule->CreateAudioFilter(mClassID);
     if (!filter)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "vynaudiofilterhost/inventory/PluginLocator.h"
 #include "vyncore/strings/UString.h"
 
 #include <boost/smart_ptr/intrusive_ptr.hpp>
@@ -20,8 +21,7 @@ public:
     /// Opens the module and finds the class.
     /// @param modulePath  a module file or a bundle's folder
     /// @param classID     as the library gives it, or without the technology in front, in any letter case; empty when
-    /// the
-    ///                    module has only one. An ID that doesn't fit is answered with those that do.
+    ///                    the module has only one. An ID that doesn't fit is answered with those that do.
     /// [main-thread]
     PluginSelection(std::string const& modulePath, std::string const& classID);
     /// [main-thread]
@@ -30,6 +30,10 @@ public:
     /// A new, suspended filter; never null.
     /// [main-thread]
     boost::intrusive_ptr<vynaudiofilterhost::AudioFilter> CreateFilter() const;
+
+    /// Where the class comes from.
+    /// [main-thread]
+    vynaudiofilterhost::PluginLocator GetLocator() const;
 
 private:
     std::string mModulePath;

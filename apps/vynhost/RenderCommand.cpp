@@ -1,6 +1,7 @@
 #include "vynhost/RenderCommand.h"
 
 #include "vynhost/CommandError.h"
+#include "vynhost/PluginCall.h"
 #include "vynhost/PluginSelection.h"
 #include "vynhost/RenderPass.h"
 #include "vynhost/RenderReport.h"
@@ -8,7 +9,6 @@
 
 #include "vynaudiofilterhost/AudioFilter.h"
 
-#include <exception>
 #include <filesystem>
 #include <optional>
 #include <system_error>
@@ -18,32 +18,12 @@ namespace vynhost {
 namespace {
 
 void CheckPaths(RenderRequest const& request) {
-    for (std::string const& other : {request.inputPath, request.modulePath}) {
+    for (std::string const& other : {request.inputPath, request.sideChainPath.value_or(""), request.modulePath}) {
         std::error_code error;
         if (std::filesystem::equivalent(request.outputPath, other, error))
             throw CommandError(ExitStatus::kWrongUsage, CommandError::Subject::kFile, request.outputPath,
                                "is the input as well as the output");
     }
-}
-
-// Runs work in which plug-in code is called. Plug-ins throw what they like; that becomes a failure with this status.
-template <class Work>
-decltype(auto) CallPlugin(ExitStatus status, std::string const& modulePath, Work const& work) {
-    auto const fail = [&](std::string text) {
-        throw CommandError(status, CommandError::Subject::kPlugin, modulePath, std::move(text));
-    };
-    try {
-        return work();
-    } catch (CommandError const&) {
-        throw;
-    } catch (std::exception const& error) {
-        fail(error.what());
-    } catch (char const* text) {
-        fail(text ? text : "threw an exception");
-    } catch (...) {
-        fail("threw an exception");
-    }
-    std::terminate();
 }
 
 std::string DescribeLatency(int compensated, int afterwards) {
@@ -69,7 +49,7 @@ RenderReport Render(RenderRequest const& request) {
     };
     std::optional<std::string> note;
     RenderOutcome outcome = run(std::nullopt);
-    if (outcome.latency != outcome.latencyAfterwards) {
+    if (outcome.latency != outcome.latencyAfterwards || outcome.lateness != 0) {
         outcome = run(outcome.latencyAfterwards);
         note = DescribeLatency(outcome.latency, outcome.latencyAfterwards);
     }
@@ -84,7 +64,9 @@ RenderReport Render(RenderRequest const& request) {
 std::string RunRender(RenderRequest const& request) {
     CheckPaths(request);
     // A bad file shows before any plug-in is loaded.
-    static_cast<void>(AudioFileReader(request.inputPath));
+    AudioFileReader const input(request.inputPath);
+    if (request.sideChainPath)
+        static_cast<void>(SideChainFile(*request.sideChainPath, input.GetFormat()));
     Session const session;
     RenderReport const report = Render(request);
     return request.json ? FormatJSON(report) : FormatTable(report);

@@ -1,5 +1,10 @@
 #pragma once
 
+#include "vynhost/ChannelChoice.h"
+
+#include "vynmediatypes/AudioChannelLayout.h"
+
+#include <optional>
 #include <string>
 
 namespace vynhost {
@@ -11,6 +16,9 @@ struct RenderRequest {
     std::string outputPath;
     std::string classID = {}; ///< empty when the module's only class is meant
     int blockSize = 512;
+    std::optional<std::string> sideChainPath = {};
+    vynmediatypes::AudioChannelLayout layout = {}; ///< of the track; empty when file and plug-in decide
+    ChannelChoice channels = {};
     bool json = false;
 };
 

@@ -1,10 +1,12 @@
 #include "vynhost/RenderPass.h"
 
-#include "vynhost/ChannelFit.h"
 #include "vynhost/ProgressLine.h"
+#include "vynhost/TrackLayout.h"
 
 #include "vyncore/strings/StringUtils.h"
 
+#include <algorithm>
+#include <iterator>
 #include <span>
 #include <utility>
 
@@ -12,9 +14,10 @@ namespace vynhost {
 
 namespace {
 
-RenderSetup MakeSetup(AudioFileReader const& reader, int blockSize, std::optional<int> latency) {
-    AudioFormat const& format = reader.GetFormat();
-    return {format.channels, reader.GetSampleCount(), static_cast<double>(format.sampleRate), blockSize, latency};
+std::optional<SideChainFile> OpenSideChain(RenderRequest const& request, AudioFormat const& main) {
+    if (!request.sideChainPath)
+        return std::nullopt;
+    return std::optional<SideChainFile>(std::in_place, *request.sideChainPath, main);
 }
 
 void Measure(LevelMeter& meter, float* const* channels, int channelCount, int samples) {
@@ -28,10 +31,20 @@ RenderPass::RenderPass(RenderRequest const& request, boost::intrusive_ptr<vynaud
                        std::optional<int> latency)
     : mRequest(request),
       mReader(request.inputPath),
+      mSideChain(OpenSideChain(request, mReader.GetFormat())),
       mFilter(std::move(filter)),
-      mRenderer(*mFilter, MakeSetup(mReader, request.blockSize, latency)),
+      mRenderer(*mFilter, MakeSetup(latency)),
       mOutputFormat(ChooseWavFormat(mReader.GetFormat(), mRenderer.GetOutputChannels())),
       mWriter(request.outputPath, mOutputFormat, mReader.GetSampleCount()) {}
+
+RenderSetup RenderPass::MakeSetup(std::optional<int> latency) const {
+    AudioFormat const& format = mReader.GetFormat();
+    TrackRequest track{LayoutOfFile(format), mRequest.layout, {}, mRequest.channels};
+    if (mSideChain)
+        track.sideChain = LayoutOfFile(mSideChain->GetFormat());
+    return {std::move(track), mReader.GetSampleCount(), static_cast<double>(format.sampleRate), mRequest.blockSize,
+            latency};
+}
 
 RenderOutcome const& RenderPass::Run() {
     ProgressLine progress;
@@ -39,6 +52,8 @@ RenderOutcome const& RenderPass::Run() {
     auto const source = [&](float* const* channels, int samples) {
         mReader.Read(channels, samples);
         Measure(mMeterIn, channels, mReader.GetFormat().channels, samples);
+        if (mSideChain)
+            mSideChain->Read(channels + mReader.GetFormat().channels, samples);
     };
     auto const sink = [&](float* const* channels, int samples) {
         Measure(mMeterOut, channels, mRenderer.GetOutputChannels(), samples);
@@ -74,6 +89,8 @@ RenderReport RenderPass::Finish() {
 
 void RenderPass::CollectNotes(RenderReport& report) const {
     report.notes = mOutcome.notes;
+    if (mSideChain)
+        std::ranges::move(mSideChain->Describe(mReader.GetSampleCount()), std::back_inserter(report.notes));
     if (mMeterIn.GetNonFiniteCount() > 0)
         report.notes.push_back(std::to_string(mMeterIn.GetNonFiniteCount()) +
                                " samples of the file are not finite (NaN or infinite) and were taken as 0");

@@ -6,6 +6,7 @@
 #include "vynhost/OfflineRenderer.h"
 #include "vynhost/RenderCommand.h"
 #include "vynhost/RenderReport.h"
+#include "vynhost/SideChainFile.h"
 
 #include <boost/smart_ptr/intrusive_ptr.hpp>
 
@@ -13,8 +14,8 @@
 
 namespace vynhost {
 
-/// One rendering of the input file, from its first sample to its last, through a filter of its own into an output file
-/// of its own. The output appears with Finish alone.
+/// One rendering of the input file, and of the side chain's beside it, from its first sample to its last, through a
+/// filter of its own into an output file of its own. The output appears with Finish alone.
 ///
 /// Life: made, which opens the files and sets the filter up; Run; Finish.
 class RenderPass {
@@ -36,10 +37,12 @@ public:
     RenderReport Finish();
 
 private:
+    RenderSetup MakeSetup(std::optional<int> latency) const;
     void CollectNotes(RenderReport& report) const;
 
     RenderRequest const& mRequest;
     AudioFileReader mReader;
+    std::optional<SideChainFile> mSideChain;
     boost::intrusive_ptr<vynaudiofilterhost::AudioFilter> mFilter;
     OfflineRenderer mRenderer;
     AudioFormat mOutputFormat;

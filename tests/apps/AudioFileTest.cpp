@@ -5,14 +5,11 @@
 #include "vynhost/CommandError.h"
 #include "vynhost/LevelMeter.h"
 
-#include "os/ReplacementFile.h"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <csignal>
 #include <fstream>
 #include <iterator>
 #include <limits>
@@ -106,35 +103,6 @@ TEST(AudioFileTest, FilesThatHoldLessThanTheyPromiseAreRefused) {
         fs::resize_file(path, fs::file_size(path) - 1000);
         EXPECT_THROW(CopyAudio(path, folder.Path() / "other"), CommandError) << std::hex << type;
         EXPECT_FALSE(fs::exists(folder.Path() / "other"));
-    }
-}
-
-TEST(ReplacementFileTest, TargetChangesWholeOrNotAtAll) {
-    TemporaryFolder const folder;
-    fs::path const target = folder.Path() / "target";
-    std::ofstream(target) << "old";
-    fs::permissions(target, fs::perms::owner_read | fs::perms::owner_write);
-    fs::create_symlink("target", folder.Path() / "link");
-    { os::ReplacementFile const dropped(target); }
-    EXPECT_EQ(ReadBytes(target), "old");
-    os::ReplacementFile(folder.Path() / "link").Commit();
-    EXPECT_EQ(ReadBytes(target), "");
-    EXPECT_TRUE(fs::is_symlink(folder.Path() / "link"));
-    EXPECT_EQ(fs::status(target).permissions(), fs::perms::owner_read | fs::perms::owner_write);
-    EXPECT_EQ(std::distance(fs::directory_iterator(folder.Path()), {}), 2);
-}
-
-TEST(ReplacementFileDeathTest, SignalsThatEndTheProcessLeaveNoFileBehind) {
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
-    TemporaryFolder const folder;
-    for (int const signalNumber : {SIGINT, SIGTERM}) {
-        EXPECT_EXIT(
-            {
-                os::ReplacementFile const file(folder.Path() / "target");
-                std::raise(signalNumber);
-            },
-            testing::KilledBySignal(signalNumber), "");
-        EXPECT_TRUE(fs::is_empty(folder.Path()));
     }
 }
 

@@ -49,14 +49,15 @@ inline void WriteClip(std::filesystem::path const& path, AudioClip const& clip) 
     SNDFILE* const file = sf_open(path.c_str(), SFM_WRITE, &info);
     if (!file)
         throw std::runtime_error(sf_strerror(nullptr));
-    // Scaled as libsndfile reads: 16-bit samples of a clip come back as they were.
-    std::vector<int> whole;
-    for (float const sample : clip.samples)
-        whole.push_back(static_cast<int>(static_cast<double>(sample) * 2147483648.0));
-    if ((clip.format & SF_FORMAT_SUBMASK) == SF_FORMAT_FLOAT)
+    if ((clip.format & SF_FORMAT_SUBMASK) == SF_FORMAT_FLOAT) {
         sf_write_float(file, clip.samples.data(), static_cast<sf_count_t>(clip.samples.size()));
-    else
+    } else {
+        // Scaled as libsndfile reads: 16-bit samples of a clip come back as they were.
+        std::vector<int> whole;
+        for (float const sample : clip.samples)
+            whole.push_back(static_cast<int>(static_cast<double>(sample) * 2147483648.0));
         sf_write_int(file, whole.data(), static_cast<sf_count_t>(whole.size()));
+    }
     sf_close(file);
 }
 

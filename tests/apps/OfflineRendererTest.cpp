@@ -1,4 +1,5 @@
 #include "vynhost/OfflineRenderer.h"
+#include "vynhost/CommandError.h"
 
 #include <gtest/gtest.h>
 
@@ -14,17 +15,24 @@ using vynmediatypes::AudioBusDescription;
 
 namespace {
 
-// A filter that delays, and that can be told to misbehave.
+TrackRequest Plain(int channels) {
+    return {.file = vynmediatypes::AudioChannelLayout(static_cast<std::size_t>(channels))};
+}
+
+// A filter that delays and amplifies, and that can be told to misbehave.
 class TestFilter : public AudioFilter {
 public:
     explicit TestFilter(int inputs = 1, int outputs = 1) : AudioFilter(u"test", u"Test") {
-        AddInputBus({u"In", vynmediatypes::AudioChannelLayout(static_cast<std::size_t>(inputs)), {}});
+        if (inputs > 0)
+            AddInputBus({u"In", vynmediatypes::AudioChannelLayout(static_cast<std::size_t>(inputs)), {}});
         AddOutputBus({u"Out", vynmediatypes::AudioChannelLayout(static_cast<std::size_t>(outputs)), {}});
     }
 
     void Process(float** in, float** out, int numSamples, ChannelFlags inFlags, ChannelFlags& outFlags) override {
         flagsSeen.push_back(inFlags.GetBits());
         blocks.push_back(numSamples);
+        for (int channel = 0; blocks.size() == 1 && channel < GetNumberOfInputChannels(); ++channel)
+            firstSamples.push_back(in[channel][0]);
         if (learnedLatency)
             reportedLatency = *learnedLatency;
         outFlags = silentOutputs;
@@ -34,7 +42,7 @@ public:
             std::deque<float>& line = mLines[channel];
             line.resize(std::max(line.size(), static_cast<std::size_t>(delay)));
             for (int i = 0; i < numSamples; ++i) {
-                line.push_back(in[channel % GetNumberOfInputChannels()][i]);
+                line.push_back(GetInputBuses().empty() ? 1 : gain * in[channel % GetNumberOfInputChannels()][i]);
                 out[channel][i] = line.front();
                 line.pop_front();
             }
@@ -47,7 +55,9 @@ public:
     using AudioFilter::AddOutputBus;
 
     int delay = 0, reportedLatency = 0, tail = 0, maxBlock = 1024, blocksUntilFailure = 1 << 30;
+    float gain = 1;
     std::optional<int> learnedLatency;
+    std::vector<float> firstSamples; ///< of each input channel
     ChannelFlags silentOutputs;
     std::vector<std::uint64_t> flagsSeen;
     std::vector<int> blocks;
@@ -61,16 +71,17 @@ struct Rendered {
     std::vector<std::vector<float>> channels;
 };
 
-// Sends 1, 2, 3, … through the filter; channel c of the source is that times (c + 1).
+// Sends 1, 2, 3, … through the filter; channel c of the source is that times (c + 1). Side-chain channels count on.
 Rendered Render(AudioFilter& filter, RenderSetup setup) {
     setup.sampleRate = 1000.0;
     OfflineRenderer renderer(filter, setup);
     Rendered rendered;
     rendered.channels.resize(static_cast<std::size_t>(renderer.GetOutputChannels()));
     int next = 1;
+    int const sourceChannels = static_cast<int>(setup.track.file.size() + setup.track.sideChain.size());
     auto const source = [&](float* const* channels, int samples) {
         for (int i = 0; i < samples; ++i, ++next)
-            for (int channel = 0; channel < setup.channels; ++channel)
+            for (int channel = 0; channel < sourceChannels; ++channel)
                 channels[channel][i] = static_cast<float>(next * (channel + 1));
     };
     auto const sink = [&](float* const* channels, int samples) {
@@ -94,7 +105,7 @@ TEST(OfflineRendererTest, OutputIsInStepWithTheInputWhateverTheBlockSize) {
         boost::intrusive_ptr<TestFilter> const filter(new TestFilter);
         filter->delay = filter->reportedLatency = 100;
         filter->tail = 5;
-        Rendered const rendered = Render(*filter, {.channels = 1, .samples = 3000, .blockSize = blockSize});
+        Rendered const rendered = Render(*filter, {.track = Plain(1), .samples = 3000, .blockSize = blockSize});
         EXPECT_EQ(rendered.channels[0], Counting(3000, 5)) << blockSize;
         EXPECT_EQ(rendered.outcome.latency, 100);
         EXPECT_EQ(rendered.outcome.samples, 3005);
@@ -108,50 +119,146 @@ TEST(OfflineRendererTest, LatencyThatShowsWithTheFirstBlockIsCompensated) {
     boost::intrusive_ptr<TestFilter> const filter(new TestFilter);
     filter->delay = 30;
     filter->learnedLatency = 30;
-    EXPECT_EQ(Render(*filter, {.channels = 1, .samples = 500, .blockSize = 10}).channels[0], Counting(500));
+    EXPECT_EQ(Render(*filter, {.track = Plain(1), .samples = 500, .blockSize = 10}).channels[0], Counting(500));
 }
 
 TEST(OfflineRendererTest, GivenLatencyWinsOverTheReportedOne) {
     boost::intrusive_ptr<TestFilter> const filter(new TestFilter);
     filter->delay = 30;
     filter->reportedLatency = 7;
-    Rendered const rendered = Render(*filter, {.channels = 1, .samples = 500, .blockSize = 10, .latency = 30});
+    Rendered const rendered = Render(*filter, {.track = Plain(1), .samples = 500, .blockSize = 10, .latency = 30});
     EXPECT_EQ(rendered.channels[0], Counting(500));
     EXPECT_EQ(rendered.outcome.latencyAfterwards, 7);
 }
 
 TEST(OfflineRendererTest, EndlessAndAbsurdFiguresAreLimitedWithANote) {
-    for (int const tail : {-1, -5, 2000000000}) {
+    for (auto const& [tail, latency] : {std::pair(-1, -3), std::pair(-5, -1), std::pair(2000000000, 2000000000)}) {
         boost::intrusive_ptr<TestFilter> const filter(new TestFilter);
         filter->tail = tail;
-        filter->reportedLatency = -3;
-        Rendered const rendered = Render(*filter, {.channels = 1, .samples = 10, .blockSize = 64});
+        filter->reportedLatency = latency;
+        Rendered const rendered = Render(*filter, {.track = Plain(2), .samples = 10, .blockSize = 64});
         EXPECT_EQ(rendered.outcome.tail, 10000);
+        EXPECT_EQ(rendered.outcome.lateness, 0);
         EXPECT_EQ(rendered.channels[0], Counting(10, 10000));
-        EXPECT_EQ(rendered.outcome.notes.size(), 2U);
+        EXPECT_EQ(rendered.channels[1].at(9), 20.0F);
+        // One more tells of the channel that goes around.
+        EXPECT_EQ(rendered.outcome.notes.size(), 3U);
     }
 }
 
-TEST(OfflineRendererTest, ChannelsAreFittedToWhatTheFilterTakes) {
+TEST(OfflineRendererTest, ChannelsGoThroughTheFilterOrAroundIt) {
     struct Case {
-        int file, plugin;
-        std::vector<float> firstSamples;
+        int file, layout, inputs, outputs;
+        std::vector<float> firstSamples; ///< the filter's are times 10
         char const* note;
     };
-    for (Case const& one :
-         {Case{1, 1, {1}, ""}, Case{2, 2, {1, 2}, ""},
-          Case{1, 2, {1, 1}, "mono file fed to both channels: the plug-in takes 2 channels"},
-          Case{2, 1, {1.5}, "stereo file mixed to mono: the plug-in takes one channel"},
-          Case{6, 2, {3, 4}, "6-channel file mixed to 2 channels: the plug-in takes 2 channels"},
-          Case{2, 3, {1, 2, 1}, "stereo file repeated over 3 channels: the plug-in takes 3 channels"}}) {
-        boost::intrusive_ptr<TestFilter> const filter(new TestFilter(one.plugin, one.plugin));
-        Rendered const rendered = Render(*filter, {.channels = one.file, .samples = 20, .blockSize = 8});
+    for (Case const& one : {
+             Case{1, 0, 1, 1, {10}, ""},
+             Case{2, 0, 2, 2, {10, 20}, ""},
+             Case{1, 0, 2, 2, {10, 10}, "mono file fed to both channels: the plug-in takes 2 channels"},
+             Case{1, 0, 1, 2, {10, 10}, ""},
+             Case{2, 0, 3, 3, {10, 20, 10}, "stereo file repeated over 3 channels: the plug-in takes 3 channels"},
+             Case{2, 0, 1, 1, {10, 2}, "the plug-in takes one channel of the track: channel 1 goes around it"},
+             Case{
+                 4, 0, 1, 1, {10, 2, 3, 4}, "the plug-in takes one channel of the track: channels 1 to 3 go around it"},
+             Case{2, 1, 1, 1, {15}, "stereo file mixed to mono: the track has one channel"},
+             Case{6, 2, 2, 2, {30, 40}, "6-channel file mixed to 2 channels: the track has 2 channels"},
+             Case{2, 0, 2, 1, {10, 0}, "channel 1 is silent: the plug-in takes it and gives nothing back"},
+             Case{2,
+                  0,
+                  1,
+                  2,
+                  {10, 10},
+                  "channel 1 of the file is not used: the plug-in gives that channel without taking it"},
+             Case{2, 0, 0, 2, {1, 1}, "stereo file not used: the plug-in takes no audio"},
+         }) {
+        boost::intrusive_ptr<TestFilter> const filter(new TestFilter(one.inputs, one.outputs));
+        filter->gain = 10;
+        TrackRequest track = Plain(one.file);
+        track.layout = Plain(one.layout).file;
+        Rendered const rendered = Render(*filter, {.track = track, .samples = 20, .blockSize = 8});
         std::vector<float> first;
         for (auto const& channel : rendered.channels)
             first.push_back(channel.at(0));
-        EXPECT_EQ(first, one.firstSamples);
+        EXPECT_EQ(first, one.firstSamples) << one.note;
         EXPECT_EQ(rendered.outcome.notes,
                   one.note[0] ? std::vector<std::string>{one.note} : std::vector<std::string>{});
+    }
+}
+
+TEST(OfflineRendererTest, ChosenChannelsAreConnectedAndNoOthers) {
+    struct Case {
+        char const* choice;
+        std::vector<float> firstSamples;
+    };
+    for (Case const& one :
+         {Case{"in:1,0", {20, 10}}, Case{"in:0,0", {10, 10}}, Case{"in:-,1", {0, 20}}, Case{"out:1,0", {20, 10}},
+          Case{"out:1", {0, 10}}, Case{"in:1,0/out:1,0", {10, 20}}, Case{"out:-,-/in:-", {1, 2}}}) {
+        boost::intrusive_ptr<TestFilter> const filter(new TestFilter(2, 2));
+        filter->gain = 10;
+        TrackRequest track = Plain(2);
+        track.choice = ParseChannelChoice(one.choice);
+        Rendered const rendered = Render(*filter, {.track = track, .samples = 20, .blockSize = 8});
+        EXPECT_EQ((std::vector{rendered.channels[0].at(0), rendered.channels[1].at(0)}), one.firstSamples)
+            << one.choice;
+    }
+}
+
+TEST(OfflineRendererTest, ChoiceThatDoesNotFitTheFilterIsWrongUsage) {
+    for (char const* const choice : {"in:0,1,2", "in:3", "out:2", "out:0,1,-"}) {
+        boost::intrusive_ptr<TestFilter> const filter(new TestFilter(2, 2));
+        TrackRequest track = Plain(2);
+        track.choice = ParseChannelChoice(choice);
+        EXPECT_THROW(Render(*filter, {.track = track, .samples = 20, .blockSize = 8}), CommandError) << choice;
+    }
+}
+
+TEST(OfflineRendererTest, SideChainReachesItsInputsHoweverWideTheTrackAndWhereverTheMainBusStands) {
+    auto const sideBus = AudioBusDescription::CreateStereo(u"Side", AudioBusDescription::kTypeSideChain);
+    for (int const file : {2, 3, 6}) {
+        for (bool const mainFirst : {true, false}) {
+            boost::intrusive_ptr<TestFilter> const filter(new TestFilter(mainFirst ? 2 : 0, 2));
+            filter->AddInputBus(sideBus);
+            if (!mainFirst)
+                filter->AddInputBus({u"In", Plain(2).file, AudioBusDescription::kTypeMain});
+            TrackRequest track = Plain(file);
+            track.sideChain = sideBus.GetLayout();
+            Render(*filter, {.track = track, .samples = 20, .blockSize = 8});
+            float const side = static_cast<float>(file) + 1;
+            EXPECT_EQ(filter->firstSamples, mainFirst ? (std::vector<float>{1, 2, side, side + 1})
+                                                      : (std::vector<float>{side, side + 1, 1, 2}))
+                << file;
+        }
+    }
+}
+
+TEST(OfflineRendererTest, ChannelsBeyondTheFlagsComeOutToo) {
+    boost::intrusive_ptr<TestFilter> const filter(new TestFilter(66, 66));
+    filter->gain = 10;
+    filter->silentOutputs.Set(3);
+    Rendered const rendered = Render(*filter, {.track = Plain(70), .samples = 20, .blockSize = 8});
+    for (std::size_t const channel : {0U, 64U, 65U, 66U, 69U})
+        EXPECT_EQ(rendered.channels[channel].at(0), static_cast<float>(channel + 1) * (channel < 66 ? 10 : 1));
+}
+
+TEST(OfflineRendererTest, ChannelsAroundTheFilterAreInStepWithIt) {
+    struct Case {
+        std::optional<int> given;
+        int resumed;
+        std::optional<int> learned;
+        int lateness;
+    };
+    for (Case const& one : {Case{{}, 30, {}, 0}, Case{{}, 0, 30, -30}, Case{30, 0, 30, 0}, Case{30, 7, {}, -23}}) {
+        boost::intrusive_ptr<TestFilter> const filter(new TestFilter);
+        filter->delay = 30;
+        filter->reportedLatency = one.resumed;
+        filter->learnedLatency = one.learned;
+        Rendered const rendered =
+            Render(*filter, {.track = Plain(2), .samples = 500, .blockSize = 10, .latency = one.given});
+        EXPECT_EQ(rendered.channels[0], Counting(500));
+        EXPECT_EQ(rendered.outcome.lateness, one.lateness);
+        EXPECT_EQ(rendered.outcome.notes.size(), one.lateness == 0 ? 1U : 2U);
+        EXPECT_EQ(rendered.channels[1].at(100), static_cast<float>(2 * (101 - one.lateness)));
     }
 }
 
@@ -159,7 +266,7 @@ TEST(OfflineRendererTest, SideChainsGetFlaggedSilenceAndOnlyTheMainOutputComesOu
     boost::intrusive_ptr<TestFilter> const filter(new TestFilter(2, 2));
     filter->AddInputBus(AudioBusDescription::CreateStereo(u"Side", AudioBusDescription::kTypeSideChain));
     filter->AddOutputBus(AudioBusDescription::CreateMono(u"More", AudioBusDescription::kTypeMain));
-    Rendered const rendered = Render(*filter, {.channels = 2, .samples = 20, .blockSize = 8});
+    Rendered const rendered = Render(*filter, {.track = Plain(2), .samples = 20, .blockSize = 8});
     EXPECT_EQ(rendered.channels.size(), 2U);
     for (std::uint64_t const flags : filter->flagsSeen)
         EXPECT_EQ(flags & 0xF, 0xCU);
@@ -168,23 +275,26 @@ TEST(OfflineRendererTest, SideChainsGetFlaggedSilenceAndOnlyTheMainOutputComesOu
 TEST(OfflineRendererTest, ChannelsFlaggedSilentAreWrittenAsZeros) {
     boost::intrusive_ptr<TestFilter> const filter(new TestFilter(2, 2));
     filter->silentOutputs.Set(1);
-    Rendered const rendered = Render(*filter, {.channels = 2, .samples = 20, .blockSize = 8});
+    Rendered const rendered = Render(*filter, {.track = Plain(2), .samples = 20, .blockSize = 8});
     EXPECT_EQ(rendered.channels[0], Counting(20));
     EXPECT_EQ(rendered.channels[1], std::vector<float>(20));
 }
 
 TEST(OfflineRendererTest, BlocksThatAreNotProcessedAreAFailureAndNoSilence) {
     for (int const blocksUntilFailure : {0, 2}) {
-        boost::intrusive_ptr<TestFilter> const filter(new TestFilter);
-        filter->blocksUntilFailure = blocksUntilFailure;
-        EXPECT_THROW(Render(*filter, {.channels = 1, .samples = 40, .blockSize = 8}), std::runtime_error);
-        EXPECT_TRUE(filter->IsSuspended());
+        for (int const fileChannels : {1, 2}) {
+            boost::intrusive_ptr<TestFilter> const filter(new TestFilter);
+            filter->blocksUntilFailure = blocksUntilFailure;
+            EXPECT_THROW(Render(*filter, {.track = Plain(fileChannels), .samples = 40, .blockSize = 8}),
+                         std::runtime_error);
+            EXPECT_TRUE(filter->IsSuspended());
+        }
     }
 }
 
 TEST(OfflineRendererTest, FilterWithoutOutputIsRefused) {
     boost::intrusive_ptr<TestFilter> const filter(new TestFilter(2, 0));
-    EXPECT_THROW(OfflineRenderer(*filter, {.channels = 2, .samples = 20, .sampleRate = 1000.0, .blockSize = 8}),
+    EXPECT_THROW(OfflineRenderer(*filter, {.track = Plain(2), .samples = 20, .sampleRate = 1000.0, .blockSize = 8}),
                  std::runtime_error);
     EXPECT_EQ(filter->GetAudioFilterHost(), nullptr);
 }

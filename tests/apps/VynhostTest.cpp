@@ -1,17 +1,10 @@
-#include "apps/AudioFiles.h"
-#include "apps/RunVynhost.h"
-#include "support/FixtureModule.h"
-#include "support/TemporaryFolder.h"
+#include "apps/VynhostFixture.h"
 #include "vynhost/CommandError.h"
-#include "vynhost/RenderCommand.h"
-
-#include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <cmath>
 #include <fstream>
-#include <set>
+#include <map>
 #include <string_view>
 #include <sys/stat.h>
 
@@ -21,57 +14,6 @@ namespace fs = std::filesystem;
 using nlohmann::json;
 
 namespace {
-
-fs::path const kRealPlugins = "/usr/lib/vst3";
-
-class VynhostTest : public testing::Test {
-protected:
-    VynhostTest() { WriteClip(mInput, MakeNoise(2, 48000)); }
-
-    std::vector<std::string> Arguments(std::string const& module, std::vector<std::string> const& more = {}) const {
-        std::vector<std::string> arguments{"render", module, "-i", mInput, "-o", mOutput};
-        arguments.insert(arguments.end(), more.begin(), more.end());
-        return arguments;
-    }
-
-    json Render(std::string const& module, std::vector<std::string> more = {}) const {
-        more.push_back("--json");
-        ProgramResult const result = RunVynhost(Arguments(module, more));
-        EXPECT_EQ(result.status, 0) << module << "\n" << result.out << result.err;
-        return json::parse(result.out, nullptr, false);
-    }
-
-    std::set<std::string> Names() const {
-        std::set<std::string> names;
-        for (auto const& entry : fs::directory_iterator(mFolder.Path()))
-            names.insert(entry.path().filename());
-        return names;
-    }
-
-    TemporaryFolder mFolder;
-    fs::path mInput = mFolder.Path() / "in.wav";
-    fs::path mOutput = mFolder.Path() / "out.wav";
-};
-
-// The test process holds the fixture and the command runs in it, so that the plug-in can be told how to behave.
-class RenderCommandTest : public VynhostTest {
-protected:
-    json RenderConfigured(FixtureConfiguration const& configuration) {
-        mFixture.Configure(configuration);
-        return RunConfigured();
-    }
-
-    json RunConfigured() const {
-        return json::parse(vynhost::RunRender({.modulePath = mFixture.GetPath(),
-                                               .inputPath = mInput,
-                                               .outputPath = mOutput,
-                                               .classID = {},
-                                               .blockSize = 512,
-                                               .json = true}));
-    }
-
-    FixtureModule mFixture{"configurable.vst3"};
-};
 
 TEST_F(VynhostTest, BadInputIsToldInOneLineThatNamesTheFile) {
     std::string const good = FixturePath("configurable.vst3");
@@ -83,11 +25,15 @@ TEST_F(VynhostTest, BadInputIsToldInOneLineThatNamesTheFile) {
     fs::resize_file(mFolder.Path() / "cut.wav", 10000);
     fs::create_directory(mFolder.Path() / "folder.wav");
     fs::create_directory(mFolder.Path() / "nobundle.vst3");
+    std::string const side = folder + "/side.wav";
+    AudioClip otherRate = MakeNoise(1, 100);
+    otherRate.sampleRate = 44100;
+    WriteClip(side, otherRate);
     ::mkfifo((mFolder.Path() / "pipe.wav").c_str(), 0600);
 
     struct Case {
         int status;
-        char const* key; ///< in the JSON document, and the place of the named argument below
+        char const* key; ///< of the named argument; "last" is the one behind all
         std::string module, in, out;
         std::vector<std::string> more;
         std::string saying;
@@ -112,11 +58,19 @@ TEST_F(VynhostTest, BadInputIsToldInOneLineThatNamesTheFile) {
         {1, "out", good, mInput, folder + "/folder.wav", {}, "folder"},
         {1, "out", good, mInput, folder + "/pipe.wav", {}, "ordinary"},
         {2, "out", good, mInput, folder + "/folder.wav/../in.wav", {}, "input as well as the output"},
+        {2, "out", good, mInput, side, {"--sidechain", side}, "input as well as the output"},
+        {1, "last", good, mInput, mOutput, {"--sidechain", folder + "/missing.wav"}, "no such file"},
+        {1, "last", good, mInput, mOutput, {"--sidechain", side}, "sample rate is 44100 Hz"},
+        {3, "plugin", good, mInput, mOutput, {"--sidechain", mInput}, "has no side-chain input"},
     };
     std::set<std::string> const before = Names();
     for (Case const& one : cases) {
         bool const byPlugin = one.key == std::string("plugin");
-        std::string const name = byPlugin ? one.module : one.key == std::string("out") ? one.out : one.in;
+        std::map<std::string, std::string> const names{{"plugin", one.module},
+                                                       {"out", one.out},
+                                                       {"file", one.in},
+                                                       {"last", one.more.empty() ? "" : one.more.back()}};
+        std::string const name = names.at(one.key);
         std::vector<std::string> arguments{"render", one.module, "-i", one.in, "-o", one.out};
         arguments.insert(arguments.end(), one.more.begin(), one.more.end());
         ProgramResult const plain = RunVynhost(arguments);
@@ -139,7 +93,7 @@ TEST_F(VynhostTest, BadInputIsToldInOneLineThatNamesTheFile) {
 
 TEST_F(VynhostTest, WrongUsageIsStatusTwo) {
     std::string const module = FixturePath("configurable.vst3");
-    std::vector<std::vector<std::string>> const wrong{
+    std::vector<std::vector<std::string>> wrong{
         {},
         {"bake"},
         {"render", module, "-i", mInput},
@@ -147,7 +101,14 @@ TEST_F(VynhostTest, WrongUsageIsStatusTwo) {
         Arguments(module, {"--block-size", "65537"}),
         Arguments(module, {"--block-size", "many"}),
         Arguments(module, {"--loud"}),
+        Arguments(module, {"--layout", "quadro"}),
+        Arguments(module, {"--map", "in:0,1,-"}),
+        Arguments(module, {"--map", "out:2"}),
+        {"info"},
     };
+    for (char const* const choice :
+         {"", "0,1", "in:", "in:x", "in:-1", "in:0,,1", "in:0/in:1", "in:0/", "out:1,0,1", "in:99999999999"})
+        wrong.push_back(Arguments(module, {"--map", choice}));
     for (auto const& arguments : wrong) {
         ProgramResult const result = RunVynhost(arguments);
         EXPECT_EQ(result.status, 2) << testing::PrintToString(arguments);
@@ -215,37 +176,6 @@ TEST_F(RenderCommandTest, LatencyIsCutOffAndTheTailFollows) {
     std::vector<float> expected = ReadClip(mInput).samples;
     expected.resize(expected.size() + 2 * 33);
     EXPECT_EQ(ReadClip(mOutput).samples, expected);
-}
-
-TEST_F(RenderCommandTest, LatencyThatShowsWhileThePluginWorksIsCompensatedBySecondRendering) {
-    static FixtureExports const* exports;
-    exports = mFixture.operator->();
-    FixtureConfiguration configuration;
-    configuration.delayAudio = true;
-    mFixture.Configure(configuration);
-    mFixture->setSink([](FixtureCall const* call) {
-        if (call->name == std::string_view("setProcessing"))
-            exports->setLatency(300);
-    });
-    json const document = RunConfigured();
-    mFixture->setSink(nullptr);
-    EXPECT_EQ(document.at("latency"), 300);
-    EXPECT_EQ(document.at("notes").size(), 1U) << document;
-    EXPECT_EQ(ReadClip(mOutput).samples, ReadClip(mInput).samples);
-}
-
-TEST_F(RenderCommandTest, PluginThatTakesOtherChannelsIsFittedWithANote) {
-    FixtureConfiguration configuration;
-    configuration.busAnswer = FixtureBusAnswer::MonoOnly;
-    json const document = RenderConfigured(configuration);
-    EXPECT_EQ(document.at("channelsIn"), 2);
-    EXPECT_EQ(document.at("channelsOut"), 1);
-    EXPECT_EQ(document.at("notes"), json::array({"stereo file mixed to mono: the plug-in takes one channel"}));
-    AudioClip const in = ReadClip(mInput);
-    AudioClip const out = ReadClip(mOutput);
-    ASSERT_EQ(out.channels, 1);
-    for (std::size_t frame : {0U, 1000U, 47999U})
-        EXPECT_FLOAT_EQ(out.At(frame, 0), (in.At(frame, 0) + in.At(frame, 1)) / 2);
 }
 
 TEST_F(RenderCommandTest, PluginIsToldOfflineRenderingTransportAndSilentSideChains) {

@@ -1,0 +1,76 @@
+#include "vynhost/InfoCommand.h"
+#include "apps/VynhostFixture.h"
+
+using namespace vyntest;
+using namespace vynfixtures;
+using nlohmann::json;
+
+namespace {
+
+json Layouts(json const& buses) {
+    json layouts = json::array();
+    for (json const& bus : buses)
+        layouts.push_back(bus.at("layout"));
+    return layouts;
+}
+
+TEST(InfoCommandTest, DocumentHoldsTheRowAndTheFactsOfThePlugin) {
+    FixtureConfiguration configuration;
+    configuration.SetBuses({FixtureBus::Make(3, u"Main in"), FixtureBus::Make(0x80000, u"Key", 1)},
+                           {FixtureBus::Make(3, u"Main out")});
+    configuration.busAnswer = FixtureBusAnswer::SymmetricOnly;
+    configuration.AddPrograms(5);
+    configuration.latency = 77;
+    configuration.tail = 1000;
+    FixtureModule const fixture("configurable.vst3", configuration);
+    json const document = json::parse(vynhost::RunInfo({.modulePath = fixture.GetPath(), .json = true}));
+    json const stereo = {100, 101};
+    json const mono = {0};
+    json const surround = {100, 101, 102, 103, 104, 105};
+    EXPECT_EQ(document.at("name"), "Fixture");
+    EXPECT_EQ(document.at("vendor"), "Fixture Works");
+    EXPECT_EQ(document.at("technology"), "VST3");
+    EXPECT_EQ(document.at("path"), fixture.GetPath());
+    EXPECT_EQ(document.at("synth"), false);
+    EXPECT_EQ(document.at("enabled"), true);
+    EXPECT_EQ(document.at("inputs"), (json{{{"name", "Main in"}, {"type", "main"}, {"layout", stereo}},
+                                           {{"name", "Key"}, {"type", "sidechain"}, {"layout", mono}}}));
+    EXPECT_EQ(document.at("outputs"), (json::array({{{"name", "Main out"}, {"type", "main"}, {"layout", stereo}}})));
+    EXPECT_EQ(document.at("latency"), 77);
+    EXPECT_EQ(document.at("tail"), 1000);
+    EXPECT_EQ(document.at("presets"), 5);
+    EXPECT_EQ(document.at("editor"), nullptr);
+    EXPECT_EQ(document.at("mono"), true);
+    // Each is asked of the buses that the plug-in came with, not of the answer before.
+    for (auto const& [name, layout] :
+         {std::pair("mono", mono), std::pair("stereo", stereo), std::pair("5.1", surround)}) {
+        EXPECT_EQ(Layouts(document.at("answers").at(name).at("inputs")), (json{layout, mono})) << name;
+        EXPECT_EQ(Layouts(document.at("answers").at(name).at("outputs")), json::array({layout})) << name;
+    }
+    for (char const* const key : {"id", "version", "category", "categoryName", "stereo", "parameters", "chunk"})
+        EXPECT_TRUE(document.contains(key)) << key;
+    EXPECT_EQ(fixture->liveObjects(), 0);
+}
+
+TEST(InfoCommandTest, FailuresAreThoseOfRender) {
+    for (auto const& [module, status] : {std::pair("shell.vst3", 2), std::pair("nofactory.vst3", 3)}) {
+        ProgramResult const result = RunVynhost({"info", FixturePath(module)});
+        EXPECT_EQ(result.status, status) << result.err;
+        EXPECT_EQ(result.out, "");
+    }
+}
+
+TEST(InfoCommandTest, RealPluginsAreTold) {
+    if (!std::filesystem::exists(kRealPlugins / "ZaMaximX2.vst3"))
+        GTEST_SKIP() << "the package zam-plugins is not installed";
+    json const limiter = json::parse(RunVynhost({"info", kRealPlugins / "ZaMaximX2.vst3", "--json"}).out);
+    EXPECT_EQ(limiter.at("latency"), 480);
+    EXPECT_EQ(limiter.at("categoryName"), "Dynamics");
+    std::string const text = RunVynhost({"info", kRealPlugins / "ZamCompX2.vst3"}).out;
+    for (char const* const row :
+         {"\"Sidechain Input\", side chain, Mono (M)\n", "\"Audio Output\", main, Stereo (L R)\n", "Damien Zammit\n",
+          "Stereo, side chain Mono in; Stereo out\n"})
+        EXPECT_NE(text.find(row), std::string::npos) << text;
+}
+
+} // namespace
