@@ -1,0 +1,20 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+/// What is fuzzed: each reads one input of any bytes and ends the process when what must hold doesn't. The fuzzing
+/// programs call one of them each; the tests run all seeds through them.
+namespace vynfuzz {
+
+/// A bus configuration as JSON.
+void FuzzBusConfiguration(std::uint8_t const* data, std::size_t size);
+
+/// A stored channel map, as words: the filter's channels, the target's channels, 1 to fill what is not mapped, and then
+/// any number of values: "C 0 count", "S k source" or "D k target".
+void FuzzChannelMap(std::uint8_t const* data, std::size_t size);
+
+/// The text of a property list.
+void FuzzPropertyList(std::uint8_t const* data, std::size_t size);
+
+} // namespace vynfuzz
