@@ -58,6 +58,7 @@ bool DelayLine::AllocateAudioBuffer() noexcept {
     mFront = strip ? RoundUp(delay) : 0;
     mRingSize = strip ? 0 : std::max(delay + block, kLeastBlocksInRing * block);
     mStride = RoundUp(strip ? mFront + room : mRingSize + block);
+    mEnd = strip ? mStride : mRingSize;
     mWritePosition = mFront;
     if (mStride > std::numeric_limits<std::uint32_t>::max())
         return false;
@@ -71,6 +72,20 @@ bool DelayLine::AllocateAudioBuffer() noexcept {
     if (!mOutputPointers)
         DeleteAudioBuffer();
     return mReady = mOutputPointers != nullptr;
+}
+
+void DelayLine::WriteOverEnd(float* const* in, std::size_t numSamples) noexcept {
+    if (IsStrip()) {
+        if (mDelay > 0)
+            CarryToFront();
+        CopyIn(in, 0, mFront, numSamples);
+        mWritePosition = mFront + numSamples;
+        return;
+    }
+    std::size_t const fitting = mRingSize - mWritePosition;
+    CopyIn(in, 0, mWritePosition, fitting);
+    mWritePosition = numSamples - fitting;
+    CopyIn(in, fitting, 0, mWritePosition);
 }
 
 void DelayLine::CarryToFront() noexcept {

@@ -72,6 +72,7 @@ private:
     void DeleteAudioBuffer() noexcept;
     bool IsStrip() const noexcept { return mRingSize == 0; }
     void CopyIn(float* const* in, std::size_t offset, std::size_t position, std::size_t numSamples) noexcept;
+    void WriteOverEnd(float* const* in, std::size_t numSamples) noexcept;
     void CarryToFront() noexcept;
     void CompleteBehindRing(std::size_t numSamples) noexcept;
 
@@ -82,6 +83,7 @@ private:
     std::size_t mWritePosition = 0; ///< in samples from the start of a channel's storage
     std::size_t mFront = 0;         ///< of a strip: where the first block goes
     std::size_t mRingSize = 0;      ///< delay + buffer size at least; 0 for a strip
+    std::size_t mEnd = 0;           ///< of the ring, or of the strip
     std::size_t mStride = 0;        ///< of a channel
     vynaccelerate::AlignedBuffer mStorage;
     std::unique_ptr<float*[]> mOutputPointers;
@@ -98,21 +100,11 @@ inline void DelayLine::CopyIn(float* const* in, std::size_t offset, std::size_t 
 inline void DelayLine::WriteData(float* const* in, unsigned int numSamples) noexcept {
     if (!mReady || numSamples > mBufferSize)
         return;
-    std::size_t const end = mWritePosition + numSamples;
-    if (IsStrip() ? end <= mStride : end <= mRingSize) {
-        CopyIn(in, 0, mWritePosition, numSamples);
-        mWritePosition = end;
-    } else if (IsStrip()) {
-        if (mDelay > 0)
-            CarryToFront();
-        CopyIn(in, 0, mFront, numSamples);
-        mWritePosition = mFront + numSamples;
-    } else {
-        std::size_t const fitting = mRingSize - mWritePosition;
-        CopyIn(in, 0, mWritePosition, fitting);
-        mWritePosition = end - mRingSize;
-        CopyIn(in, fitting, 0, mWritePosition);
-    }
+    std::size_t const position = mWritePosition;
+    if (position + numSamples > mEnd)
+        return WriteOverEnd(in, numSamples);
+    mWritePosition = position + numSamples;
+    CopyIn(in, 0, position, numSamples);
 }
 
 inline float** DelayLine::GetDelayedOutput(unsigned int numSamples) noexcept {
