@@ -20,7 +20,7 @@ namespace {
 using namespace vynaudiofilterhost;
 
 constexpr int kLatency = 480;
-constexpr int kTrackChannels = 8; // 7.1
+constexpr int kTrackChannels = 16;
 constexpr int kMapBlock = 64;
 int const kDelayedChannels[] = {2, 8};
 int const kBlocks[] = {64, 512, 4096};

@@ -94,7 +94,8 @@ public:
     /// in `in` the side-chain channels behind them. The buffers of channels that go around the filter get their input,
     /// as late as the filter is; those of channels that the filter takes and gives nothing back for are left alone, and
     /// their flag is set. While a filter runs, a target that grows hands its buffers over before a map leads there, and
-    /// one that shrinks keeps them until the change has been made.
+    /// one that shrinks keeps them until the change has been made. A channel's input and output may be one buffer;
+    /// those of different channels lie apart.
     /// [process-thread]
     virtual void ProcessWithMapping(float** in, float** out, int numSamples, ChannelFlags inFlags,
                                     ChannelFlags& outFlags);

@@ -149,20 +149,24 @@ ChannelFlags ChannelRouter::PassAround(float** in, float** out, unsigned samples
                                        ChannelFlags flags) noexcept {
     if (inFlags.GetBits() != 0)
         in = HideSilentChannels(in, inFlags);
-    // All channels are kept, so that one that begins to go around the filter has its past.
-    bool const delays = mDelayLine->GetDelay() > 0;
-    if (delays)
+    // All channels are kept, so that one that begins to go around the filter has its past. A block that is not shorter
+    // than the delay need not be kept whole: what comes out is what was kept, followed by the block itself.
+    std::size_t const delay = mDelayLine->GetDelay();
+    float** kept = delay > 0 ? mDelayLine->ExchangeTail(in, samples) : in;
+    std::size_t const keptSamples = kept ? delay : samples;
+    if (!kept)
         mDelayLine->WriteData(in, samples);
-    float** delayed = delays ? nullptr : in;
     for (int& index : mPassThrough) {
         int const channel = Load(index);
         if (channel < 0)
             continue;
-        if (!delayed)
-            delayed = mDelayLine->GetDelayedOutput(samples);
-        if (!delayed)
+        if (!kept)
+            kept = mDelayLine->GetDelayedOutput(samples);
+        if (!kept)
             return flags;
-        vynaccelerate::utility::Copy(samples, delayed[channel], out[channel]);
+        // The end first: the two may be one buffer.
+        vynaccelerate::utility::Copy(samples - keptSamples, in[channel], out[channel] + keptSamples);
+        vynaccelerate::utility::Copy(keptSamples, kept[channel], out[channel]);
         if (!inFlags.Test(static_cast<unsigned>(channel)))
             flags.Clear(static_cast<unsigned>(channel));
     }

@@ -63,6 +63,14 @@ public:
     /// [process-thread]
     float** GetDelayedOutput(unsigned int numSamples) noexcept;
 
+    /// In place of the two, for a block that is at least as long as the delay, when its caller still has it: keeps the
+    /// last samples of the block, as many as the delay, and gives those kept before. They and the block without its end
+    /// are what GetDelayedOutput would give, with no more copied than the delay.
+    /// The result is [channel][sample], holds until the next call, and is null when this is not possible; then nothing
+    /// has been done. Blocks may go this way and the other in turn.
+    /// [process-thread]
+    float** ExchangeTail(float* const* in, unsigned int numSamples) noexcept;
+
     /// Cleared, the line starts anew with silence; otherwise what was written before still comes out.
     /// [main-thread & suspended]
     void Reset(bool clear) noexcept;
@@ -71,6 +79,7 @@ private:
     bool AllocateAudioBuffer() noexcept;
     void DeleteAudioBuffer() noexcept;
     bool IsStrip() const noexcept { return mRingSize == 0; }
+    float** PointOutputAt(std::size_t start) noexcept;
     void CopyIn(float* const* in, std::size_t offset, std::size_t position, std::size_t numSamples) noexcept;
     void WriteOverEnd(float* const* in, std::size_t numSamples) noexcept;
     void CarryToFront() noexcept;
@@ -114,9 +123,25 @@ inline float** DelayLine::GetDelayedOutput(unsigned int numSamples) noexcept {
     std::size_t start = mWritePosition - back;
     if (back > mWritePosition) // on a strip only for more samples than were written
         start = IsStrip() ? 0 : mWritePosition + mRingSize - back;
-    float* delayed = mStorage.Data() + start;
     if (!IsStrip() && start + numSamples > mRingSize)
         CompleteBehindRing(start + numSamples - mRingSize);
+    return PointOutputAt(start);
+}
+
+inline float** DelayLine::ExchangeTail(float* const* in, unsigned int numSamples) noexcept {
+    std::size_t const delay = mDelay;
+    std::size_t const position = mWritePosition;
+    if (!mReady || numSamples > mBufferSize || numSamples < delay || position < delay)
+        return nullptr;
+    // At the front, or behind what was kept there: there is room for more than three delays, and two are soon in reach.
+    std::size_t const place = position >= mFront + 2 * delay ? mFront : position;
+    CopyIn(in, numSamples - delay, place, delay);
+    mWritePosition = place + delay;
+    return PointOutputAt(position - delay);
+}
+
+inline float** DelayLine::PointOutputAt(std::size_t start) noexcept {
+    float* delayed = mStorage.Data() + start;
     float** const output = mOutputPointers.get();
     std::size_t const stride = mStride;
     for (std::size_t channel = 0, count = mChannels; channel < count; ++channel, delayed += stride)

@@ -65,6 +65,39 @@ void ExpectDelayed(DelayLine& line, unsigned block, int readEvery) {
     }
 }
 
+// The same with blocks that go by their tail alone where they can, and others in turn.
+TEST(DelayLineTest, BlockMayGoByItsTailAlone) {
+    for (auto const& [block, delays] : {std::pair(64U, std::vector{0U, 1U, 33U, 64U, 65U}),
+                                        std::pair(1024U, std::vector{0U, 100U, 128U, 129U, 1000U, 1024U})}) {
+        for (unsigned const delay : delays) {
+            DelayLine line(block, delay, 2);
+            Source source(2);
+            long position = 0;
+            int byTail = 0;
+            unsigned state = delay;
+            for (int number = 0; number < 600; ++number) {
+                state = state * 1664525U + 1013904223U;
+                unsigned const length = (state >> 8) % 4 == 0 ? (state >> 10) % (block + 1) : block;
+                float** const in = source.Next(length);
+                float** kept = (state >> 24) % 8 != 0 ? line.ExchangeTail(in, length) : nullptr;
+                std::size_t const keptSamples = kept ? delay : length;
+                byTail += kept != nullptr;
+                if (!kept) {
+                    line.WriteData(in, length);
+                    kept = line.GetDelayedOutput(length);
+                }
+                for (std::size_t channel = 0; channel < 2; ++channel)
+                    for (unsigned i = 0; i < length; ++i)
+                        ASSERT_EQ(i < keptSamples ? kept[channel][i] : in[channel][i - keptSamples],
+                                  Source::At(channel, position + i - static_cast<long>(delay)))
+                            << "delay " << delay << " block " << block << " position " << position + i;
+                position += length;
+            }
+            EXPECT_EQ(byTail > 100, delay <= block) << delay;
+        }
+    }
+}
+
 // On both sides of the border between the two ways to keep samples.
 TEST(DelayLineTest, EveryBlockComesOutLateByTheDelay) {
     for (auto const& [block, delays] : {std::pair(64U, std::vector{0U, 1U, 63U, 64U, 65U, 100U, 128U, 192U, 5000U}),
