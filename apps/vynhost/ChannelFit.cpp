@@ -4,13 +4,9 @@
 
 namespace vynhost {
 
-namespace {
-
 std::string CountText(int channels) {
     return channels == 1 ? "one channel" : std::to_string(channels) + " channels";
 }
-
-} // namespace
 
 void ChannelFit::Apply(float* const* from, float* const* to, int samples) const noexcept {
     for (int target = 0; target < mTo; ++target) {

@@ -31,4 +31,8 @@ private:
 /// [any-thread]
 std::string ChannelCountName(int channels);
 
+/// "one channel" or "N channels".
+/// [any-thread]
+std::string CountText(int channels);
+
 } // namespace vynhost

@@ -17,10 +17,6 @@ using vynmediatypes::ChannelMap;
 
 namespace {
 
-std::string CountText(int channels) {
-    return channels == 1 ? "one channel" : std::to_string(channels) + " channels";
-}
-
 ChannelMap MakeUnconnected(int channels) {
     ChannelMap map;
     for (int channel = 0; channel < channels; ++channel)
