@@ -11,4 +11,8 @@ namespace os {
 /// [any-thread]
 int CompareFileNames(vyncore::UString const& left, vyncore::UString const& right);
 
+/// A text that two paths have in common exactly when CompareFileNames gives 0, to find files by.
+/// [any-thread]
+vyncore::UTF8String FileNameKey(vyncore::UString const& path);
+
 } // namespace os

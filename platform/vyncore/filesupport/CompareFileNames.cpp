@@ -8,4 +8,8 @@ int CompareFileNames(UString const& left, UString const& right) {
     return os::CompareFileNames(left, right);
 }
 
+UTF8String FileNameKey(UString const& path) {
+    return os::FileNameKey(path);
+}
+
 } // namespace vyncore::filesupport

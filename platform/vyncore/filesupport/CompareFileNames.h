@@ -10,4 +10,8 @@ namespace vyncore::filesupport {
 /// [any-thread]
 VYN_API int CompareFileNames(UString const& left, UString const& right);
 
+/// A text that two paths have in common exactly when CompareFileNames gives 0, to find files by. It is no path.
+/// [any-thread]
+VYN_API UTF8String FileNameKey(UString const& path);
+
 } // namespace vyncore::filesupport

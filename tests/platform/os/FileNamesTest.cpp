@@ -24,6 +24,7 @@ TEST(FileNamesTest, FormsOfOnePathAreEqual) {
     for (auto const& [left, right] : pairs) {
         EXPECT_EQ(os::CompareFileNames(left, right), 0);
         EXPECT_EQ(os::CompareFileNames(right, left), 0);
+        EXPECT_EQ(os::FileNameKey(left), os::FileNameKey(right));
     }
 }
 
@@ -34,6 +35,7 @@ TEST(FileNamesTest, OrdersAllTextsStrictly) {
         for (UString const& other : texts) {
             int const order = os::CompareFileNames(one, other);
             EXPECT_EQ(order == 0, one == other);
+            EXPECT_EQ(order == 0, os::FileNameKey(one) == os::FileNameKey(other));
             EXPECT_EQ(os::CompareFileNames(other, one), -order);
             for (UString const& third : texts) {
                 bool const ascends = order < 0 && os::CompareFileNames(other, third) < 0;
