@@ -161,16 +161,6 @@ boost::intrusive_ptr<AudioFilterEditor> AudioFilter::CreateCustomEditor() {
 
 void AudioFilter::DestroyCustomEditor(boost::intrusive_ptr<AudioFilterEditor>) {}
 
-boost::intrusive_ptr<AudioFilter> AudioFilter::Clone() const {
-    return nullptr;
-}
-
-boost::intrusive_ptr<AudioFilter> AudioFilter::Clone(boost::intrusive_ptr<AudioFilter> filter) {
-    filter->FlushMessageQueue();
-    AudioFilter const& original = *filter;
-    return original.Clone();
-}
-
 bool AudioFilter::IsProxy() const {
     return false;
 }

@@ -1,5 +1,7 @@
 #include "vynaudiofilterhost/Library.h"
 
+#include "vynaudiofilterhost/catalogue/AudioFilterDescriptorManager.h"
+#include "vynaudiofilterhost/catalogue/AudioFilterRegistrar.h"
 #include "vynaudiofilterhost/MainThread.h"
 #include "vynaudiofilterhost/VST3/src/VST3ModuleCache.h"
 
@@ -13,13 +15,15 @@ unsigned theInitializeCount = 0;
 
 } // namespace
 
-bool Initialize(bool) {
+bool Initialize(bool synthsEnabled) {
     if (theInitializeCount != 0) {
         assert(CurrentThreadIDIsMainThreadID());
         ++theInitializeCount;
         return true;
     }
     SetMainThreadToCurrentThread();
+    AudioFilterDescriptorManager::GetInstance().SetSynthsEnabled(synthsEnabled);
+    AudioFilterRegistrar::RegisterDeferredDescriptors();
     vst3::CreateVST3ModuleCache();
     theInitializeCount = 1;
     return true;

@@ -4,8 +4,10 @@
 
 namespace vynaudiofilterhost {
 
-/// Starts the library: the first call makes the calling thread the main thread and creates the tables of loaded
-/// modules. A further call only counts, and its argument is ignored. Always true.
+/// Starts the library: the first call makes the calling thread the main thread, brings the internal filters that were
+/// announced (AudioFilterRegistrar) into the catalogue and creates the tables of loaded modules. A further call only
+/// counts, and its argument is ignored. Always true; throws what the functions of an announced filter throw, and the
+/// library is not started then.
 /// `synthsEnabled`: whether instruments are offered beside effects.
 /// [main-thread]
 VYN_API bool Initialize(bool synthsEnabled);

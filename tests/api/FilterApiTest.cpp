@@ -1,6 +1,11 @@
 #include "vynaudiofilterhost/AudioFilter.h"
 #include "vynaudiofilterhost/AudioFilterEditor.h"
 #include "vynaudiofilterhost/catalogue/AudioFilterDescriptor.h"
+#include "vynaudiofilterhost/catalogue/AudioFilterDescriptorManager.h"
+#include "vynaudiofilterhost/catalogue/AudioFilterLegacyIDMapper.h"
+#include "vynaudiofilterhost/catalogue/AudioFilterRegistrar.h"
+#include "vynaudiofilterhost/catalogue/CreateAudioFilter.h"
+#include "vynaudiofilterhost/catalogue/LegacyFilters.h"
 #include "vynaudiofilterhost/inventory/PluginModule.h"
 #include "vynaudiofilterhost/inventory/PluginModuleInfo.h"
 #include "vynaudiofilterhost/Library.h"
@@ -9,6 +14,8 @@
 #include "vyncore/proplist/PropList.h"
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
 
 namespace {
 
@@ -35,6 +42,15 @@ protected:
         AddOutputBus(AudioBusDescription::CreateMono(u"out", AudioBusDescription::kTypeMain));
     }
 };
+
+// As it stands beside an internal filter's code.
+AudioFilterRegistrar const theRegistrar(
+    [] {
+        vyncore::utility::Guid const guid(0x11AAAAAA, 1, 2, {3, 4, 5, 6, 7, 8, 9, 10});
+        return new AudioFilterDescriptor(u"Gain", 1, kCategoryEffect, u"stranger.gain", guid, false, true, false);
+    },
+    [](UString const&) { return new Gain; });
+AudioFilterLegacyIDMapper const theMapper(u"stranger.volume", u"stranger.gain");
 
 class SetFactor : public Message {
 public:
@@ -106,6 +122,20 @@ TEST_F(FilterApiTest, AStrangersFilterRendersAndHearsMessages) {
     gain->Suspend();
     EXPECT_TRUE(done);
     EXPECT_EQ(signals, 2);
+}
+
+TEST_F(FilterApiTest, AStrangersFilterIsMadeByItsIDs) {
+    for (char16_t const* const id : {u"stranger.gain", u"stranger.volume"}) {
+        auto const filter = utility::CreateAudioFilter(id);
+        EXPECT_NE(dynamic_cast<Gain*>(filter.get()), nullptr);
+        EXPECT_NE(AudioFilter::Clone(filter), nullptr);
+    }
+    auto const& manager = AudioFilterDescriptorManager::GetInstance();
+    EXPECT_TRUE(std::any_of(manager.InfoBegin(), manager.InfoEnd(),
+                            [](auto const& info) { return info->GetUniqueID() == u"stranger.gain"; }));
+    EXPECT_TRUE(IsUsingLegacyFilters());
+    UseLegacyFilters(false);
+    EXPECT_FALSE(IsUsingLegacyFilters());
 }
 
 TEST_F(FilterApiTest, AStrangersModuleStandsInForAPlugin) {

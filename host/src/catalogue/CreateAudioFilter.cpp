@@ -1,0 +1,19 @@
+#include "vynaudiofilterhost/catalogue/CreateAudioFilter.h"
+
+#include "vynaudiofilterhost/catalogue/AudioFilterFactory.h"
+#include "vynaudiofilterhost/catalogue/DescriptorLookup.h"
+
+namespace vynaudiofilterhost::utility {
+
+boost::intrusive_ptr<AudioFilter> CreateAudioFilter(vyncore::UString const& id) {
+    if (id.empty())
+        return nullptr;
+    auto descriptor = FindDescriptorForLooseID(id);
+    if (!descriptor)
+        descriptor = FindRenamedDescriptor(id);
+    if (!descriptor || !descriptor->IsEnabled())
+        return nullptr;
+    return AudioFilterFactory::GetInstance().CreateAudioFilter(descriptor->GetUniqueID());
+}
+
+} // namespace vynaudiofilterhost::utility
