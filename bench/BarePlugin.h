@@ -31,6 +31,8 @@ public:
 
     Steinberg::tresult Process() { return mProcessor->process(mData); }
 
+    Steinberg::Vst::IEditController& GetController() const { return *mController; }
+
 private:
     void LoadModule(std::string const& path);
     void MakeObjects();

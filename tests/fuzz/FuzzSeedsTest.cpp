@@ -17,7 +17,9 @@ TEST(FuzzSeedsTest, SeedsAndTheirBeginningsKeepWhatMustHold) {
     using Target = void (*)(std::uint8_t const*, std::size_t);
     for (auto const& [folder, target] : {std::pair<char const*, Target>{"bus_configuration", FuzzBusConfiguration},
                                          std::pair<char const*, Target>{"channel_map", FuzzChannelMap},
-                                         std::pair<char const*, Target>{"property_list", FuzzPropertyList}}) {
+                                         std::pair<char const*, Target>{"property_list", FuzzPropertyList},
+                                         std::pair<char const*, Target>{"state_chunk", FuzzStateChunk},
+                                         std::pair<char const*, Target>{"preset_file", FuzzPresetFile}}) {
         int seeds = 0;
         for (auto const& entry : std::filesystem::directory_iterator(std::filesystem::path(VYN_FUZZ_SEEDS) / folder)) {
             std::ifstream file(entry.path(), std::ios::binary);

@@ -17,4 +17,10 @@ void FuzzChannelMap(std::uint8_t const* data, std::size_t size);
 /// The text of a property list.
 void FuzzPropertyList(std::uint8_t const* data, std::size_t size);
 
+/// The chunk of a VST3 plug-in's preset.
+void FuzzStateChunk(std::uint8_t const* data, std::size_t size);
+
+/// A preset file of a VST3 plug-in.
+void FuzzPresetFile(std::uint8_t const* data, std::size_t size);
+
 } // namespace vynfuzz

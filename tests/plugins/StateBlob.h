@@ -8,14 +8,17 @@
 
 namespace vynfixtures {
 
+/// How many bytes of a state are read or written at once; a multiple of what a blob keeps.
+inline constexpr int32 kStatePiece = 1 << 14;
+
 /// Reads what is left of the stream; its size and first bytes come back.
 inline FixtureBlob ReadBlob(IBStream& stream) {
     FixtureBlob blob;
-    unsigned char bytes[sizeof blob.bytes];
+    unsigned char bytes[kStatePiece];
     int32 got = 0;
     while (stream.read(bytes, sizeof bytes, &got) == kResultOk && got > 0) {
-        int32 const room = std::max(0, int32{sizeof bytes} - blob.size);
-        std::copy_n(bytes, std::min(got, room), blob.bytes + std::min(blob.size, int32{sizeof bytes}));
+        int32 const room = std::max(0, int32{sizeof blob.bytes} - blob.size);
+        std::copy_n(bytes, std::min(got, room), blob.bytes + std::min(blob.size, int32{sizeof blob.bytes}));
         blob.size += got;
     }
     return blob;
@@ -23,8 +26,11 @@ inline FixtureBlob ReadBlob(IBStream& stream) {
 
 /// Writes all bytes of the blob; gives its size.
 inline int WriteBlob(IBStream& stream, FixtureBlob blob) {
-    for (int32 left = blob.size; left > 0; left -= int32{sizeof blob.bytes})
-        stream.write(blob.bytes, std::min(left, int32{sizeof blob.bytes}), nullptr);
+    unsigned char piece[kStatePiece];
+    for (int32 place = 0; place < std::min(blob.size, kStatePiece); ++place)
+        piece[place] = blob.bytes[place % int32{sizeof blob.bytes}];
+    for (int32 left = blob.size; left > 0; left -= kStatePiece)
+        stream.write(piece, std::min(left, kStatePiece), nullptr);
     return blob.size;
 }
 

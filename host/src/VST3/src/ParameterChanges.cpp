@@ -20,10 +20,8 @@ void ParameterChanges::SetMaxParameters(int count) {
     auto const wanted = static_cast<std::size_t>(count);
     mUsedCount = std::min<int32>(mUsedCount, count);
     RebuildIndex(wanted);
-    if (wanted < mPool.size())
-        ReleaseQueuesFrom(wanted);
-    else
-        AppendQueues(wanted - mPool.size());
+    ReleaseQueuesFrom(wanted);
+    SetRoom(wanted - mPool.size());
 }
 
 void ParameterChanges::ClearQueues() noexcept {
@@ -55,19 +53,24 @@ IParamValueQueue* PLUGIN_API ParameterChanges::addParameterData(Steinberg::Vst::
     return mPool[place];
 }
 
-void ParameterChanges::AppendQueues(std::size_t count) {
-    if (count == 0)
-        return;
+void ParameterChanges::SetRoom(std::size_t count) {
     mPool.reserve(mPool.size() + count);
-    // One block for the points of all queues, left uninitialised: its pages become real only as points are written.
-    std::shared_ptr<ParameterPoint[]> const block(new ParameterPoint[count * kParameterPointCapacity]);
-    for (std::size_t i = 0; i < count; ++i) {
-        std::shared_ptr<ParameterPoint> slice(block, block.get() + i * kParameterPointCapacity);
-        mPool.push_back(new ParameterValueQueue(std::move(slice)));
-    }
+    // Left uninitialised: its pages become real only as queues are made in it.
+    mBlock.reset(new std::byte[count * ParameterValueQueue::kBytes]);
+    mNextQueue = mBlock.get();
+    mRoom = count;
 }
 
 bool ParameterChanges::AppendQueue() noexcept {
+    if (mRoom == 0)
+        return AppendUnplannedQueue();
+    mPool.push_back(ParameterValueQueue::MakeIn(mBlock, mNextQueue));
+    mNextQueue += ParameterValueQueue::kBytes;
+    --mRoom;
+    return true;
+}
+
+bool ParameterChanges::AppendUnplannedQueue() noexcept {
     try {
         if (mIndex.Room() == mPool.size())
             RebuildIndex(2 * mPool.size());

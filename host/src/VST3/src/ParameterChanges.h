@@ -7,6 +7,7 @@
 #include "pluginterfaces/vst/ivstparameterchanges.h"
 
 #include <cstddef>
+#include <memory>
 #include <vector>
 
 namespace vynaudiofilterhost::vst3 {
@@ -16,10 +17,11 @@ namespace vynaudiofilterhost::vst3 {
 /// change than SetMaxParameters made room for.
 ///
 /// Life cycle: SetMaxParameters once the parameters are known; then, block by block, addParameterData by one side, the
-/// getters by the other, and Clear.
+/// getters by the other, and Clear. A queue is made when it is first used, in memory that SetMaxParameters has set
+/// aside: parameters that never change cost nothing but addresses.
 /// Invariants: 1. the pool holds one reference on each queue; 2. its first getParameterCount() queues are in use, each
 /// for another parameter, in the order in which they were added; 3. the index knows exactly those, and has room for
-/// the whole pool.
+/// the whole pool, those not made yet included.
 class ParameterChanges final : public HostObject<Steinberg::Vst::IParameterChanges> {
 public:
     /// Without queues. A part of another object says so.
@@ -30,8 +32,8 @@ public:
     /// [main-thread & suspended]
     ~ParameterChanges() override;
 
-    /// Makes the pool hold `count` queues: adds new ones or releases the surplus, those in use as well. Nothing for a
-    /// negative count. Throws std::bad_alloc when there is no memory for that many.
+    /// Makes room for `count` queues in the pool, or releases the surplus, those in use as well. Nothing for a negative
+    /// count. Throws std::bad_alloc when there is no memory for that many.
     /// [main-thread & suspended]
     void SetMaxParameters(int count);
 
@@ -63,12 +65,16 @@ public:
 
 private:
     void ClearQueues() noexcept;
-    void AppendQueues(std::size_t count);
+    void SetRoom(std::size_t count);
     bool AppendQueue() noexcept;
+    bool AppendUnplannedQueue() noexcept;
     void ReleaseQueuesFrom(std::size_t first) noexcept;
     void RebuildIndex(std::size_t places);
 
     std::vector<ParameterValueQueue*> mPool;
+    std::shared_ptr<std::byte[]> mBlock; ///< memory for queues that are not made yet
+    std::size_t mRoom = 0;               ///< how many of them
+    std::byte* mNextQueue = nullptr;     ///< where in the block the next one goes
     Steinberg::int32 mUsedCount = 0;
     ParameterQueueIndex mIndex;
 };

@@ -4,13 +4,11 @@
 
 #include <cstddef>
 #include <memory>
-#include <utility>
 
 namespace vynaudiofilterhost::vst3 {
 
-/// The allocator of one queue's vector of points: its first reservation comes out of a slice of a block that many
-/// queues share, everything larger from the heap. The allocator shares the ownership of the block, so that a queue
-/// may outlive the pool that it came from. Without a slice it is the heap's allocator.
+/// The allocator of one queue's vector of points: its first reservation comes out of a slice of memory that the queue
+/// keeps, everything larger from the heap. Without a slice it is the heap's allocator.
 ///
 /// It counts on how the queue uses its vector: one reservation of kParameterPointCapacity when it is made, growth
 /// after that, never a smaller one.
@@ -21,9 +19,9 @@ public:
 
     ParameterPointAllocator() noexcept = default;
 
-    /// `slice` begins kParameterPointCapacity points of uninitialised memory and keeps their block alive.
+    /// `slice` begins kParameterPointCapacity points of uninitialised memory, or is null.
     /// [any-thread]
-    explicit ParameterPointAllocator(std::shared_ptr<Point> slice) noexcept : mSlice(std::move(slice)) {}
+    explicit ParameterPointAllocator(Point* slice) noexcept : mSlice(slice) {}
 
     template <class Other>
     explicit ParameterPointAllocator(ParameterPointAllocator<Other> const&) noexcept {}
@@ -32,13 +30,13 @@ public:
     /// [any-thread]
     Point* allocate(std::size_t count) {
         if (mSlice && count <= kParameterPointCapacity)
-            return mSlice.get();
+            return mSlice;
         return std::allocator<Point>().allocate(count);
     }
 
     /// [any-thread]
     void deallocate(Point* points, std::size_t count) noexcept {
-        if (points != mSlice.get())
+        if (points != mSlice)
             std::allocator<Point>().deallocate(points, count);
     }
 
@@ -51,7 +49,7 @@ public:
     }
 
 private:
-    std::shared_ptr<Point> mSlice;
+    Point* mSlice = nullptr;
 };
 
 } // namespace vynaudiofilterhost::vst3

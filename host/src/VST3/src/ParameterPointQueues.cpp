@@ -4,13 +4,52 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <map>
+#include <functional>
 #include <new>
+#include <numeric>
 #include <utility>
 
 namespace vynaudiofilterhost::vst3 {
 
 using Steinberg::Vst::ParamID;
+
+namespace {
+
+struct SortedIDs {
+    std::vector<ParamID> ids;
+    /// Among those that are there for the first time; empty when the list is in this order itself.
+    std::vector<std::uint32_t> placesInList;
+};
+
+// What is to be numbered in the order of the list has its places there; they become 0, 1, 2, …
+void CloseGaps(std::vector<std::uint32_t>& places, std::size_t listSize) {
+    std::vector<std::uint32_t> numbers(listSize, 0);
+    for (std::uint32_t const place : places)
+        numbers[place] = 1;
+    std::exclusive_scan(numbers.begin(), numbers.end(), numbers.begin(), std::uint32_t{0});
+    for (std::uint32_t& place : places)
+        place = numbers[place];
+}
+
+// In ascending order, each once, with the first of its places.
+SortedIDs SortedByID(std::vector<ParamID> const& list) {
+    SortedIDs sorted{list, {}};
+    if (std::ranges::adjacent_find(list, std::greater_equal()) == list.end())
+        return sorted;
+    auto& places = sorted.placesInList;
+    places.resize(list.size());
+    std::iota(places.begin(), places.end(), 0);
+    auto const idAt = [&](std::uint32_t place) { return list[place]; };
+    std::ranges::stable_sort(places, {}, idAt);
+    auto const repeated = std::ranges::unique(places, {}, idAt);
+    places.erase(repeated.begin(), repeated.end());
+    sorted.ids.resize(places.size());
+    std::ranges::transform(places, sorted.ids.begin(), idAt);
+    CloseGaps(places, list.size());
+    return sorted;
+}
+
+} // namespace
 
 void ParameterPointQueues::FreeRings::operator()(ParameterPointRing* rings) const noexcept {
     std::free(rings);
@@ -33,7 +72,7 @@ ParameterPointQueues& ParameterPointQueues::operator=(ParameterPointQueues const
     } else {
         std::vector<ParamID> list(other.mIDs.size());
         for (std::size_t ring = 0; ring < other.mIDs.size(); ++ring)
-            list[other.mPlaceInList[ring]] = other.mIDs[ring];
+            list[other.PlaceInList(ring)] = other.mIDs[ring];
         SetParameters(list);
     }
     for (std::size_t ring = 0; ring < mIDs.size(); ++ring) {
@@ -46,16 +85,7 @@ ParameterPointQueues& ParameterPointQueues::operator=(ParameterPointQueues const
 }
 
 void ParameterPointQueues::SetParameters(std::vector<ParamID> const& ids) {
-    std::map<ParamID, std::uint32_t> places;
-    for (ParamID const id : ids)
-        places.emplace(id, static_cast<std::uint32_t>(places.size()));
-
-    std::vector<ParamID> sorted;
-    std::vector<std::uint32_t> placesInList;
-    for (auto const& [id, place] : places) {
-        sorted.push_back(id);
-        placesInList.push_back(place);
-    }
+    auto [sorted, placesInList] = SortedByID(ids);
     // calloc and not a vector: large blocks come as pages of zeros that cost nothing until they are touched.
     std::unique_ptr<ParameterPointRing[], FreeRings> rings(
         static_cast<ParameterPointRing*>(std::calloc(sorted.size(), sizeof(ParameterPointRing))));
@@ -134,7 +164,7 @@ std::vector<std::uint32_t> ParameterPointQueues::ChangedInListOrder() {
     rings.reserve(mIDs.size()); // nothing may fail once the marks are taken
     mChanged.TakeAll([&](std::size_t ring) { rings.push_back(static_cast<std::uint32_t>(ring)); });
     std::sort(rings.begin(), rings.end(),
-              [this](std::uint32_t left, std::uint32_t right) { return mPlaceInList[left] < mPlaceInList[right]; });
+              [this](std::uint32_t left, std::uint32_t right) { return PlaceInList(left) < PlaceInList(right); });
     return rings;
 }
 

@@ -80,6 +80,9 @@ private:
 
     bool DrainChanged(ParameterChanges& changes);
     std::size_t FindRing(Steinberg::Vst::ParamID id) const noexcept;
+    std::size_t PlaceInList(std::size_t ring) const noexcept {
+        return mPlaceInList.empty() ? ring : mPlaceInList[ring];
+    }
     std::vector<std::uint32_t> ChangedInListOrder();
 
     template <class Visitor>
@@ -94,7 +97,7 @@ private:
     }
 
     std::vector<Steinberg::Vst::ParamID> mIDs; ///< ascending; a place here is the number of a ring
-    std::vector<std::uint32_t> mPlaceInList;   ///< of each ring's parameter
+    std::vector<std::uint32_t> mPlaceInList;   ///< of each ring's parameter; empty when that is the order of the rings
     std::unique_ptr<ParameterPointRing[], FreeRings> mRings;
     AtomicIndexSet mChanged; ///< rings that may hold points
 };

@@ -2,17 +2,24 @@
 
 #include <algorithm>
 #include <bit>
+#include <new>
+#include <utility>
 
 namespace vynaudiofilterhost::vst3 {
 
 void ParameterQueueIndex::Reset(std::size_t places) {
     std::size_t const slotCount = std::bit_ceil(std::max<std::size_t>(2 * places, 16));
-    mSlots = std::vector<Slot>(slotCount);
+    // calloc and not a vector: large blocks come as pages of zeros that cost nothing until they are touched.
+    std::unique_ptr<Slot[], FreeSlots> slots(static_cast<Slot*>(std::calloc(slotCount, sizeof(Slot))));
+    if (!slots)
+        throw std::bad_alloc();
+    mSlots = std::move(slots);
+    mSlotCount = slotCount;
     mShift = 64 - static_cast<unsigned>(std::countr_zero(slotCount));
 }
 
 Steinberg::int32 ParameterQueueIndex::Find(Steinberg::Vst::ParamID parameterID) const noexcept {
-    if (mSlots.empty())
+    if (!mSlots)
         return -1;
     Slot const& slot = mSlots[FindSlot(parameterID)];
     return slot.generation == mGeneration ? slot.place : -1;
@@ -26,7 +33,7 @@ std::size_t ParameterQueueIndex::FindSlot(Steinberg::Vst::ParamID parameterID) c
     // Parameter IDs come as runs of numbers, as packed characters or as hashes; the golden ratio spreads all of them.
     std::size_t slot = (parameterID * std::uint64_t{0x9E3779B97F4A7C15}) >> mShift;
     while (mSlots[slot].generation == mGeneration && mSlots[slot].parameterID != parameterID)
-        slot = (slot + 1) & (mSlots.size() - 1);
+        slot = (slot + 1) & (mSlotCount - 1);
     return slot;
 }
 

@@ -4,7 +4,8 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <vector>
+#include <cstdlib>
+#include <memory>
 
 namespace vynaudiofilterhost::vst3 {
 
@@ -21,7 +22,7 @@ public:
 
     /// The number of entries that Insert may take between two calls of Clear.
     /// [process-thread | main-thread & suspended]
-    std::size_t Room() const noexcept { return mSlots.size() / 2; }
+    std::size_t Room() const noexcept { return mSlotCount / 2; }
 
     /// Forgets all entries.
     /// [process-thread | main-thread & suspended]
@@ -36,16 +37,21 @@ public:
     void Insert(Steinberg::Vst::ParamID parameterID, Steinberg::int32 place) noexcept;
 
 private:
+    /// All bytes 0 are an empty one: 0 is never the current generation.
     struct Slot {
-        std::uint64_t generation = 0;
-        Steinberg::Vst::ParamID parameterID = 0;
-        Steinberg::int32 place = 0;
+        std::uint64_t generation;
+        Steinberg::Vst::ParamID parameterID;
+        Steinberg::int32 place;
+    };
+    struct FreeSlots {
+        void operator()(Slot* slots) const noexcept { std::free(slots); }
     };
 
     std::size_t FindSlot(Steinberg::Vst::ParamID parameterID) const noexcept;
 
-    std::vector<Slot> mSlots;      // a power of two, or none
-    std::uint64_t mGeneration = 1; // 64 bits never wrap; a new slot's 0 is never current
+    std::unique_ptr<Slot[], FreeSlots> mSlots;
+    std::size_t mSlotCount = 0;    // a power of two, or none
+    std::uint64_t mGeneration = 1; // 64 bits never wrap
     unsigned mShift = 0;
 };
 

@@ -1,7 +1,9 @@
 #include "vynaudiofilterhost/VST3/src/ParameterValueQueue.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <exception>
+#include <new>
 #include <utility>
 
 namespace vynaudiofilterhost::vst3 {
@@ -9,11 +11,44 @@ namespace vynaudiofilterhost::vst3 {
 using Steinberg::int32;
 using Steinberg::tresult;
 
-ParameterValueQueue::ParameterValueQueue() : ParameterValueQueue(nullptr) {}
+namespace {
 
-ParameterValueQueue::ParameterValueQueue(std::shared_ptr<ParameterPoint> slice)
-    : mPoints(ParameterPointAllocator<ParameterPoint>(std::move(slice))) {
+constexpr std::size_t kAlignment = alignof(std::max_align_t);
+
+constexpr std::size_t Aligned(std::size_t bytes) {
+    return (bytes + kAlignment - 1) / kAlignment * kAlignment;
+}
+
+constexpr std::size_t kQueueBytes = Aligned(sizeof(ParameterValueQueue));
+
+} // namespace
+
+std::size_t const ParameterValueQueue::kBytes = kQueueBytes + Aligned(kParameterPointCapacity * sizeof(ParameterPoint));
+
+ParameterValueQueue::ParameterValueQueue() {
     mPoints.reserve(kParameterPointCapacity);
+}
+
+ParameterValueQueue::ParameterValueQueue(std::shared_ptr<std::byte[]> block, ParameterPoint* slice)
+    : HostObject(Life::kEmbedded), mBlock(std::move(block)), mPoints(ParameterPointAllocator<ParameterPoint>(slice)) {
+    mPoints.reserve(kParameterPointCapacity);
+}
+
+ParameterValueQueue* ParameterValueQueue::MakeIn(std::shared_ptr<std::byte[]> const& block, std::byte* place) noexcept {
+    auto* const points = reinterpret_cast<ParameterPoint*>(place + kQueueBytes);
+    return new (place) ParameterValueQueue(block, points);
+}
+
+Steinberg::uint32 PLUGIN_API ParameterValueQueue::release() {
+    if (!mBlock)
+        return HostObject::release();
+    Steinberg::uint32 const left = HostObject::release();
+    if (left == 0) {
+        // The block outlives the queue in it by this.
+        std::shared_ptr<std::byte[]> const block = mBlock;
+        this->~ParameterValueQueue();
+    }
+    return left;
 }
 
 void ParameterValueQueue::Assign(Steinberg::Vst::ParamID parameterID) {

@@ -18,15 +18,22 @@ namespace vynaudiofilterhost::vst3 {
 /// Invariant: the points stand in strictly ascending order of their offsets.
 class ParameterValueQueue final : public HostObject<Steinberg::Vst::IParamValueQueue> {
 public:
+    /// The bytes that MakeIn takes, a multiple of every alignment.
+    static std::size_t const kBytes;
+
     /// A queue without a parameter, with room for kParameterPointCapacity points. Throws std::bad_alloc.
     /// [any-thread]
     ParameterValueQueue();
 
-    /// The same with its room in `slice`, the first of kParameterPointCapacity points of uninitialised memory.
-    /// [any-thread]
-    explicit ParameterValueQueue(std::shared_ptr<ParameterPoint> slice);
+    /// The same, made in kBytes bytes at `place`, which lie in a block of uninitialised memory that many queues share.
+    /// It allocates nothing. The queue keeps the block for as long as anybody has a reference on it.
+    /// [process-thread | main-thread & suspended]
+    static ParameterValueQueue* MakeIn(std::shared_ptr<std::byte[]> const& block, std::byte* place) noexcept;
 
     ~ParameterValueQueue() override = default;
+
+    /// [any-thread]
+    Steinberg::uint32 PLUGIN_API release() override;
 
     /// Gives the queue to a parameter, without points.
     /// [process-thread | main-thread & suspended]
@@ -53,8 +60,11 @@ public:
 private:
     using Points = std::vector<ParameterPoint, ParameterPointAllocator<ParameterPoint>>;
 
+    ParameterValueQueue(std::shared_ptr<std::byte[]> block, ParameterPoint* slice);
+
     Points::iterator FindPlace(Steinberg::int32 sampleOffset);
 
+    std::shared_ptr<std::byte[]> mBlock; ///< null when the queue has memory of its own
     Steinberg::Vst::ParamID mParameterID = Steinberg::Vst::kNoParamId;
     Points mPoints;
 };

@@ -1,11 +1,13 @@
 #pragma once
 
 #include "vynaudiofilterhost/AudioFilter.h"
+#include "vynaudiofilterhost/IPresetExchange.h"
 #include "vynaudiofilterhost/VST3/src/ParameterChanges.h"
 #include "vynaudiofilterhost/VST3/src/ParameterPointQueues.h"
 #include "vynaudiofilterhost/VST3/src/VST3BusBuffers.h"
 #include "vynaudiofilterhost/VST3/src/VST3EventList.h"
-#include "vynaudiofilterhost/VST3/src/VST3ParameterInfo.h"
+#include "vynaudiofilterhost/VST3/src/VST3ParameterList.h"
+#include "vynaudiofilterhost/VST3/src/VST3StateChunk.h"
 #include "vynaudiofilterhost/VST3/src/VST3VendorExtension.h"
 
 #include "pluginterfaces/base/ipluginbase.h"
@@ -21,8 +23,8 @@
 
 #include <atomic>
 #include <cstdint>
-#include <map>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -51,7 +53,8 @@ class VST3AudioFilter final : public AudioFilter,
                               public Steinberg::Vst::IUnitHandler,
                               public Steinberg::Vst::IContextMenuTarget,
                               public IVST3TolveVendorSpecificHost,
-                              public IVirtualAudioFilterSupport {
+                              public IVirtualAudioFilterSupport,
+                              public IPresetExchange {
 public:
     /// Makes and joins the plug-in's objects. Throws a character string when they can't be made, and whatever the
     /// plug-in throws; no object of it is left behind then. [main-thread]
@@ -76,6 +79,8 @@ public:
     int GetNumFactoryPresets() const override;
     UString GetFactoryPresetName(int index) override;
     void SetFactoryPreset(int index) override;
+    bool LoadChunkData(PresetData const& preset) override;
+    bool SaveChunkData(PresetData& preset) const override;
     int GetInitialDelay() const override;
     boost::intrusive_ptr<AudioFilterDescriptor> CreateFilterDescriptor(PluginLocator const& locator,
                                                                        bool internalFilter) override;
@@ -133,6 +138,14 @@ public:
     int GetVirtualLatency() const override;
     bool IsOutputRangeReady(std::int64_t firstSample, std::int64_t sampleCount) const override;
 
+    // IPresetExchange. [main-thread]
+    UString GetPresetFileExtension() const override;
+    bool IsPresetFile(std::span<unsigned char const> bytes) const override;
+    bool ReadPresetFile(std::span<unsigned char const> bytes, PresetData& preset, UString& reason) const override;
+    bool WritePresetFile(PresetData const& preset, Bytes& bytes) const override;
+    bool IsChunkWhole(PresetData const& preset) const override;
+    bool WasChunkTaken() const override { return mChunkTaken; }
+
 protected:
     boost::intrusive_ptr<AudioFilter> Clone() const override;
     void RequestIOConfiguration(Layouts const& inputLayouts, Layouts const& outputLayouts) override;
@@ -181,14 +194,19 @@ private:
     void ClearEvents();
     bool ScheduleMappedController(unsigned char kind, std::int16_t channel, unsigned char data1, unsigned char data2);
 
-    // Parameters and programs.
+    // State and programs.
+    using StateBytes = std::span<unsigned char const>;
+    void SetChunk(PresetData& preset, StateBytes chunk) const;
+    bool SetComponentState(ChunkBytes chunk);
+    bool SetControllerState(ChunkBytes state);
+    std::int32_t ReadFactoryPresetCount() const;
+    bool FindRootUnit(Steinberg::Vst::UnitInfo& unit) const;
+
+    // Parameters.
     void BuildParameterList();
     void ListParameter(std::int32_t index, Steinberg::Vst::ParameterInfo const& info);
     std::int32_t FindParameterIndex(Steinberg::Vst::ParamID id) const;
     void SendEditToController(Steinberg::Vst::ParamID id, Steinberg::Vst::ParamValue value);
-    void ReadParameterTitles();
-    std::int32_t ReadFactoryPresetCount() const;
-    bool FindRootUnit(Steinberg::Vst::UnitInfo& unit) const;
 
     // Constant after construction. Each pointer holds one reference.
     Steinberg::TUID mClassID;
@@ -211,10 +229,12 @@ private:
     std::int32_t mFactoryPresetCount = 0;
     Steinberg::Vst::ParamID mProgramChangeParameterID = kNoProgramChange;
     std::int32_t mProgramChangeParameterIndex = 0;
-    std::vector<boost::intrusive_ptr<VST3ParameterInfo>> mParameterInfos;
-    std::map<Steinberg::Vst::ParamID, std::int32_t> mParameterIndexByID;
-    std::vector<Steinberg::Vst::ParamID> mParameterIDs;
+    VST3ParameterList mParameters;
     bool mInstrument = false;
+
+    // Main thread.
+    bool mChunkTaken = true;            ///< what the plug-in said of the last chunk
+    mutable std::size_t mChunkSize = 0; ///< of the last one that it gave
 
     // Process thread while the filter runs, main thread while it is suspended.
     Steinberg::Vst::ProcessContext mProcessContext;

@@ -4,6 +4,7 @@
 #include "vynaudiofilterhost/VST3/src/VST3ClassID.h"
 #include "vynaudiofilterhost/VST3/src/VST3ClassInfo.h"
 #include "vynaudiofilterhost/VST3/src/VST3MemoryStream.h"
+#include "vynaudiofilterhost/VST3/src/VST3StateChunk.h"
 #include "vynaudiofilterhost/VST3/src/VST3Text.h"
 #include "vyncore/debug/Trace.h"
 #include "vyncore/strings/StringStreams.h"
@@ -171,6 +172,7 @@ void VST3AudioFilter::SendComponentStateToController() {
     PluginPointer const stream(new VST3MemoryStream);
     if (mComponent->getState(stream.Get()) != kResultOk)
         return;
+    mChunkSize = kStateChunkHeader + stream->GetSize();
     stream->seek(0, Steinberg::IBStream::kIBSeekSet, nullptr);
     mController->setComponentState(stream.Get());
 }
@@ -190,7 +192,7 @@ void VST3AudioFilter::Disconnect() {
 void VST3AudioFilter::ReleasePlugin() {
     // From here on nobody listens to what the plug-in has to say.
     mParametersListed.store(false, std::memory_order_release);
-    mParameterInfos.clear();
+    mParameters.Clear();
     if (mVendorController)
         TraceStep("releasing vendor specific controller");
     Guarded([this] { ReleaseAndClear(mVendorController); });

@@ -3,6 +3,8 @@
 #include "vynaudiofilterhost/VST3/src/VST3AudioFilter.h"
 #include "vyncore/debug/Trace.h"
 
+#include <cmath>
+
 namespace vynaudiofilterhost::vst3 {
 
 using Steinberg::int32;
@@ -14,16 +16,16 @@ using Steinberg::Vst::ParamID;
 using Steinberg::Vst::ParamValue;
 
 void VST3AudioFilter::BuildParameterList() {
-    mParameterInfos.clear();
-    mParameterIndexByID.clear();
+    mParameters.Clear();
     if (!mController)
         return;
     int32 const count = PlausibleCount(mController->getParameterCount(), kMaxParameters);
-    mParameterIDs.reserve(static_cast<std::size_t>(count));
+    mParameters.Reserve(static_cast<std::size_t>(count));
     for (int32 index = 0; index < count; ++index)
         ListParameter(index, ReadParameterInfo(*mController, index));
-    mInputPoints.SetParameters(mParameterIDs);
-    mOutputPoints.SetParameters(mParameterIDs);
+    mParameters.Finish();
+    mInputPoints.SetParameters(mParameters.GetIDs());
+    mOutputPoints.SetParameters(mParameters.GetIDs());
     mInputChanges.SetMaxParameters(count);
     mOutputChanges.SetMaxParameters(count);
     mParametersListed.store(true, std::memory_order_release);
@@ -31,36 +33,32 @@ void VST3AudioFilter::BuildParameterList() {
 
 void VST3AudioFilter::ListParameter(std::int32_t index, ParameterInfo const& info) {
     constexpr int32 kNotShown = ParameterInfo::kIsBypass | ParameterInfo::kIsProgramChange | ParameterInfo::kIsReadOnly;
-    mParameterIDs.push_back(info.id);
+    mParameters.Add(info.id);
     bool const isProgramChange = (info.flags & ParameterInfo::kIsProgramChange) != 0;
     if (isProgramChange && info.unitId == Steinberg::Vst::kRootUnitId &&
         mProgramChangeParameterID == kNoProgramChange) {
         mProgramChangeParameterID = info.id;
         mProgramChangeParameterIndex = index;
     }
-    if ((info.flags & kNotShown) != 0)
-        return;
-    mParameterIndexByID.emplace(info.id, static_cast<std::int32_t>(mParameterInfos.size()));
-    mParameterInfos.emplace_back(new VST3ParameterInfo(mController, index, info));
+    if ((info.flags & kNotShown) == 0)
+        mParameters.Show(index, info);
 }
 
 std::int32_t VST3AudioFilter::FindParameterIndex(ParamID id) const {
     // A plug-in has the handler before its parameters are listed, and may call it on a thread of its own.
-    if (!mParametersListed.load(std::memory_order_acquire))
-        return -1;
-    auto const found = mParameterIndexByID.find(id);
-    return found != mParameterIndexByID.end() ? found->second : -1;
+    return mParametersListed.load(std::memory_order_acquire) ? mParameters.FindIndex(id) : -1;
 }
 
 int VST3AudioFilter::GetParameterCount() const {
-    return static_cast<int>(mParameterInfos.size());
+    return mParameters.GetCount();
 }
 
 void VST3AudioFilter::SetParameter(int index, float value) {
     AudioFilter::SetParameter(index, value);
-    if (index < 0 || index >= GetParameterCount())
+    // Few plug-ins are made for what is no number.
+    if (index < 0 || index >= GetParameterCount() || !std::isfinite(value))
         return;
-    ParamID const id = mParameterInfos[static_cast<std::size_t>(index)]->GetParameterID();
+    ParamID const id = mParameters.GetID(index);
     mController->setParamNormalized(id, value);
     mInputPoints.PushPoint(id, value, 0);
 }
@@ -68,20 +66,20 @@ void VST3AudioFilter::SetParameter(int index, float value) {
 float VST3AudioFilter::GetParameter(int index) const {
     if (!mController || index < 0 || index >= GetParameterCount())
         return 0.0f;
-    ParamID const id = mParameterInfos[static_cast<std::size_t>(index)]->GetParameterID();
+    ParamID const id = mParameters.GetID(index);
     return static_cast<float>(mController->getParamNormalized(id));
 }
 
 boost::intrusive_ptr<AudioFilterParameterInfo> VST3AudioFilter::GetParameterInfo(int index) {
     if (index < 0 || index >= GetParameterCount())
         return nullptr;
-    return mParameterInfos[static_cast<std::size_t>(index)];
+    return &mParameters.GetInfo(index, *mController);
 }
 
 AudioFilter::UString VST3AudioFilter::GetParameterString(int index) {
     if (!mController || index < 0 || index >= GetParameterCount())
         return UString();
-    return mParameterInfos[static_cast<std::size_t>(index)]->GetParameterString(GetParameter(index));
+    return mParameters.GetInfo(index, *mController).GetParameterString(GetParameter(index));
 }
 
 void VST3AudioFilter::OnUITimerTick() {
@@ -134,8 +132,9 @@ tresult VST3AudioFilter::restartComponent(int32 flags) {
     }
     if (IsBeingDestroyed())
         return kResultFalse;
-    if ((flags & Steinberg::Vst::kParamTitlesChanged) != 0)
-        ReadParameterTitles();
+    // A plug-in may ask while the list is still being made; what it holds by then has just been read.
+    if ((flags & Steinberg::Vst::kParamTitlesChanged) != 0 && mParametersListed.load(std::memory_order_acquire))
+        mParameters.ReadTitles(*mController);
     if ((flags & kLatency) != 0 && mProcessor) {
         mLatency = ReadLatency();
         SendLatencyChanged();
@@ -143,11 +142,6 @@ tresult VST3AudioFilter::restartComponent(int32 flags) {
     if ((flags & kProperties) != 0)
         GetParameterPropertiesChangedSignal()();
     return (flags & (kLatency | kProperties)) != 0 ? kResultOk : kResultFalse;
-}
-
-void VST3AudioFilter::ReadParameterTitles() {
-    for (auto const& info : mParameterInfos)
-        info->ReadTitle();
 }
 
 } // namespace vynaudiofilterhost::vst3

@@ -33,13 +33,13 @@ tresult PLUGIN_API VST3MemoryStream::read(void* buffer, int32 numBytes, int32* n
     Report(numBytesRead, 0);
     if (!buffer)
         return Steinberg::kInvalidArgument;
-    auto const size = static_cast<int64>(mBytes.size());
+    auto const size = static_cast<int64>(GetSize());
     if (mCursor >= size)
         mCursor = size;
     if (mCursor < 0 || mCursor == size || numBytes <= 0)
         return Steinberg::kResultOk;
     int64 const count = std::min<int64>(numBytes, size - mCursor);
-    std::memcpy(buffer, mBytes.data() + mCursor, static_cast<std::size_t>(count));
+    std::memcpy(buffer, GetData() + mCursor, static_cast<std::size_t>(count));
     mCursor += count;
     Report(numBytesRead, static_cast<int32>(count));
     return Steinberg::kResultOk;
@@ -53,10 +53,12 @@ tresult PLUGIN_API VST3MemoryStream::write(void* buffer, int32 numBytes, int32* 
         return Steinberg::kResultOk;
     if (mCursor < 0)
         return Steinberg::kResultFalse;
+    auto const* const bytes = static_cast<unsigned char const*>(buffer);
     int64 const end = AddSaturated(mCursor, numBytes);
-    if (!SetSize(static_cast<std::size_t>(end)))
+    // The gap is filled, and what stood behind the cursor goes; the bytes themselves are written once.
+    if (!Grow(static_cast<std::size_t>(end)) || !SetSize(static_cast<std::size_t>(mCursor)))
         return Steinberg::kOutOfMemory;
-    std::memcpy(mBytes.data() + mCursor, buffer, static_cast<std::size_t>(numBytes));
+    mBytes.insert(mBytes.end(), bytes, bytes + numBytes);
     mCursor = end;
     Report(numBytesWritten, numBytes);
     return Steinberg::kResultOk;
@@ -68,7 +70,7 @@ tresult PLUGIN_API VST3MemoryStream::seek(int64 pos, int32 mode, int64* result) 
     else if (mode == kIBSeekCur)
         mCursor = AddSaturated(mCursor, pos);
     else if (mode == kIBSeekEnd)
-        mCursor = AddSaturated(static_cast<int64>(mBytes.size()), pos);
+        mCursor = AddSaturated(static_cast<int64>(GetSize()), pos);
     if (result)
         *result = mCursor;
     return Steinberg::kResultOk;
@@ -81,14 +83,31 @@ tresult PLUGIN_API VST3MemoryStream::tell(int64* pos) {
     return Steinberg::kResultOk;
 }
 
+VST3MemoryStream::Bytes VST3MemoryStream::TakeBytes() noexcept {
+    mHead = 0;
+    mCursor = 0;
+    return std::move(mBytes);
+}
+
 bool VST3MemoryStream::SetSize(std::size_t size) {
+    if (!Grow(size))
+        return false;
+    mBytes.resize(mHead + size);
+    return true;
+}
+
+// Plug-ins write their state number by number.
+bool VST3MemoryStream::Grow(std::size_t size) {
+    if (size > kMaxSize)
+        return false;
+    return mHead + size <= mBytes.capacity() || Reserve(std::min(2 * size, kMaxSize));
+}
+
+bool VST3MemoryStream::Reserve(std::size_t size) {
     if (size > kMaxSize)
         return false;
     try {
-        // Plug-ins write their state number by number.
-        if (size > mBytes.capacity())
-            mBytes.reserve(std::min(2 * size, kMaxSize));
-        mBytes.resize(size);
+        mBytes.reserve(mHead + size);
     } catch (std::exception const&) {
         return false;
     }

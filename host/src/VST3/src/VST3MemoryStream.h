@@ -5,6 +5,8 @@
 #include "pluginterfaces/base/ibstream.h"
 
 #include <cstddef>
+#include <span>
+#include <utility>
 #include <vector>
 
 namespace vynaudiofilterhost::vst3 {
@@ -13,12 +15,19 @@ namespace vynaudiofilterhost::vst3 {
 /// uses it, and no longer. The cursor may stand anywhere, behind the end or before the start; what matters is checked
 /// where bytes move, so that no position and no count of a plug-in leads out of bounds.
 ///
-/// Invariant: never more than kMaxSize bytes.
+/// Invariant: never more than kMaxSize bytes, but for what it was made of.
 class VST3MemoryStream final : public HostObject<Steinberg::IBStream> {
 public:
     static constexpr std::size_t kMaxSize = std::size_t{1} << 30;
 
+    using Bytes = std::vector<unsigned char>;
+
     VST3MemoryStream() = default;
+
+    /// A stream whose bytes are those of `bytes` behind the first `head`, which it keeps for TakeBytes. `head` is at
+    /// most their number.
+    VST3MemoryStream(Bytes bytes, std::size_t head) noexcept : mBytes(std::move(bytes)), mHead(head) {}
+
     ~VST3MemoryStream() override = default;
 
     /// Copies `numBytes` bytes from the cursor, or what remains; `numBytesRead`, unless null, gets the count. With
@@ -46,11 +55,23 @@ public:
     Steinberg::tresult PLUGIN_API tell(Steinberg::int64* pos) override;
 
     /// [any-thread]
-    std::size_t GetSize() const noexcept { return mBytes.size(); }
+    std::size_t GetSize() const noexcept { return mBytes.size() - mHead; }
 
     /// The bytes, valid until the next write or SetSize; may be null when the size is 0.
     /// [any-thread]
-    unsigned char const* GetData() const noexcept { return mBytes.data(); }
+    unsigned char const* GetData() const noexcept { return mBytes.data() + mHead; }
+
+    /// The same as a range.
+    /// [any-thread]
+    std::span<unsigned char const> GetBytes() const noexcept { return std::span(mBytes).subspan(mHead); }
+
+    /// Hands the bytes over, with the head in front; the stream is empty then, without a head.
+    /// [any-thread]
+    Bytes TakeBytes() noexcept;
+
+    /// Makes room for that many bytes, so that writing them moves none. False when that exceeds kMaxSize or memory.
+    /// [any-thread]
+    bool Reserve(std::size_t size);
 
     /// Cuts the bytes off at `size`, or fills up with zeros; the cursor stays. False, with nothing changed, when that
     /// exceeds kMaxSize or memory.
@@ -58,7 +79,10 @@ public:
     bool SetSize(std::size_t size);
 
 private:
-    std::vector<unsigned char> mBytes;
+    bool Grow(std::size_t size);
+
+    Bytes mBytes; ///< with the head
+    std::size_t mHead = 0;
     Steinberg::int64 mCursor = 0;
 };
 

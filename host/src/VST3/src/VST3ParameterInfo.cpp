@@ -18,17 +18,13 @@ ParameterInfo ReadParameterInfo(Steinberg::Vst::IEditController& controller, std
     return info;
 }
 
-VST3ParameterInfo::VST3ParameterInfo(Steinberg::Vst::IEditController* controller, std::int32_t parameterIndex)
-    : VST3ParameterInfo(controller, parameterIndex, ReadParameterInfo(*controller, parameterIndex)) {}
-
-VST3ParameterInfo::VST3ParameterInfo(Steinberg::Vst::IEditController* controller, std::int32_t parameterIndex,
-                                     ParameterInfo const& info)
-    : AudioFilterParameterInfo(UString(TextOf(info.title)), UString(TextOf(info.units)), kParameterUnitNone),
+VST3ParameterInfo::VST3ParameterInfo(Steinberg::Vst::IEditController* controller, VST3ParameterFacts const& facts)
+    : AudioFilterParameterInfo(UString(facts.title), UString(facts.label), kParameterUnitNone),
       mController(Query<Steinberg::Vst::IEditController>(controller)),
-      mParameterID(info.id),
-      mParameterIndex(parameterIndex),
-      mFlags(info.flags),
-      mStepCount(PlausibleCount(info.stepCount, std::numeric_limits<std::int32_t>::max())) {
+      mParameterID(facts.id),
+      mParameterIndex(facts.place),
+      mFlags(facts.flags),
+      mStepCount(PlausibleCount(facts.stepCount, std::numeric_limits<std::int32_t>::max())) {
     SetExposed(CanBeAutomated());
 }
 

@@ -1,26 +1,33 @@
 #pragma once
 
 #include "vynaudiofilterhost/AudioFilterParameterInfo.h"
+#include "vynaudiofilterhost/IParameterIdentity.h"
 #include "vynaudiofilterhost/VST3/src/PluginPointer.h"
 
 #include "pluginterfaces/vst/ivsteditcontroller.h"
 
 #include <cstdint>
+#include <string_view>
 
 namespace vynaudiofilterhost::vst3 {
 
+/// What an edit controller has said of a parameter. The texts are somebody else's. A plain record.
+struct VST3ParameterFacts {
+    Steinberg::Vst::ParamID id;
+    std::int32_t place; ///< in the controller's list
+    std::int32_t flags; ///< ParameterInfo's
+    std::int32_t stepCount;
+    std::u16string_view title;
+    std::u16string_view label;
+};
+
 /// One parameter of an edit controller, which it asks for conversions and texts. It holds a reference on the
 /// controller, but only as long as its filter lives does the controller answer sensibly. [main-thread]
-class VST3ParameterInfo final : public AudioFilterParameterInfo {
+class VST3ParameterInfo final : public AudioFilterParameterInfo, public IParameterIdentity {
 public:
-    /// @param parameterIndex  place in the controller's list
-    VST3ParameterInfo(Steinberg::Vst::IEditController* controller, std::int32_t parameterIndex);
+    VST3ParameterInfo(Steinberg::Vst::IEditController* controller, VST3ParameterFacts const& facts);
 
-    /// The same, with what the controller has said of the parameter already.
-    VST3ParameterInfo(Steinberg::Vst::IEditController* controller, std::int32_t parameterIndex,
-                      Steinberg::Vst::ParameterInfo const& info);
-
-    Steinberg::Vst::ParamID GetParameterID() const noexcept { return mParameterID; }
+    Steinberg::Vst::ParamID GetParameterID() const override { return mParameterID; }
 
     /// Asks the controller for name and label anew.
     void ReadTitle();
