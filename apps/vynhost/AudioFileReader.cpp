@@ -2,32 +2,14 @@
 
 #include "vynhost/AudioContainer.h"
 #include "vynhost/CommandError.h"
+#include "vynhost/InputFile.h"
 
-#include <filesystem>
-#include <fstream>
 #include <optional>
 #include <sndfile.h>
-#include <system_error>
 
 namespace vynhost {
 
 namespace {
-
-// Opening a pipe or a device may wait for ever.
-void CheckOrdinaryFile(std::string const& path) {
-    std::error_code error;
-    std::filesystem::file_status const status = std::filesystem::status(path, error);
-    if (status.type() == std::filesystem::file_type::not_found)
-        throw CommandError::OfFile(path, "cannot be read: there is no such file");
-    if (status.type() == std::filesystem::file_type::directory)
-        throw CommandError::OfFile(path, "cannot be read: it is a folder");
-    if (status.type() != std::filesystem::file_type::regular)
-        throw CommandError::OfFile(path, "cannot be read: " + (error ? error.message() : "it is no ordinary file"));
-    if (!std::ifstream(path, std::ios::binary))
-        throw CommandError::OfFile(path, "cannot be read: no permission");
-    if (std::filesystem::file_size(path, error) == 0)
-        throw CommandError::OfFile(path, "is empty");
-}
 
 void CheckWhole(std::string const& path) {
     if (std::optional<Shortfall> const shortfall = FindShortfall(path))
@@ -51,7 +33,7 @@ void AudioFileReader::Close::operator()(sf_private_tag* file) const noexcept {
 }
 
 AudioFileReader::AudioFileReader(std::string const& path) : mPath(path) {
-    CheckOrdinaryFile(path);
+    CheckInputFile(path);
     SF_INFO info{};
     mFile.reset(sf_open(path.c_str(), SFM_READ, &info));
     if (!mFile)

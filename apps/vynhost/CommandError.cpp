@@ -1,20 +1,10 @@
 #include "vynhost/CommandError.h"
 
-#include <algorithm>
+#include "vynhost/OneLine.h"
+
 #include <utility>
 
 namespace vynhost {
-
-namespace {
-
-// Reasons come from the system and from plug-ins too, and may run over several lines.
-std::string OnOneLine(std::string text) {
-    std::replace_if(
-        text.begin(), text.end(), [](unsigned char c) { return c < 0x20 || c == 0x7F; }, ' ');
-    return text;
-}
-
-} // namespace
 
 CommandError::CommandError(ExitStatus status, Subject subject, std::string name, std::string text)
     : std::runtime_error(OnOneLine(std::move(text))), mStatus(status), mSubject(subject), mName(std::move(name)) {}

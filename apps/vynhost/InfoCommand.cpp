@@ -7,7 +7,7 @@
 
 namespace vynhost {
 
-std::string RunInfo(InfoRequest const& request) {
+std::string RunInfo(PluginRequest const& request) {
     Session const session;
     return CallPlugin(ExitStatus::kPluginRefused, request.modulePath, [&] {
         PluginFacts const facts = GatherFacts(PluginSelection(request.modulePath, request.classID));

@@ -25,11 +25,12 @@ bool IsUnwritten(float sample) {
 
 } // namespace
 
-OfflineRenderer::OfflineRenderer(vynaudiofilterhost::AudioFilter& filter, RenderSetup const& setup)
-    : mFilter(filter), mSetup(setup), mTransport(setup.sampleRate) {
+OfflineRenderer::OfflineRenderer(vynaudiofilterhost::AudioFilter& filter, RenderSetup setup)
+    : mFilter(filter), mSetup(std::move(setup)), mTransport(mSetup.sampleRate) {
     try {
         SetUpFilter();
         PrepareBlocks();
+        PrepareFilter();
         StartFilter();
     } catch (...) {
         ReleaseFilter();
@@ -74,15 +75,34 @@ void OfflineRenderer::PrepareBlocks() {
                            mInputs->GetPointers() + mInputs->GetChannelCount());
 }
 
+void OfflineRenderer::PrepareFilter() {
+    if (!mSetup.preparations.empty()) {
+        mFilter.Resume();
+        for (FilterStep const& prepare : mSetup.preparations) {
+            prepare(mFilter);
+            ProcessSilence();
+        }
+        mFilter.Suspend();
+    }
+    if (mSetup.prepared)
+        mSetup.prepared(mFilter);
+}
+
 void OfflineRenderer::StartFilter() {
     mFilter.Resume();
     if (mSetup.latency && *mSetup.latency != mFilter.GetInitialDelay()) {
-        ProcessBlock(mBlockSize);
-        Session::RunDueCalls();
+        ProcessSilence();
         mFilter.Suspend();
         mFilter.Resume();
     }
     mDelayAround = ReadLatency();
+}
+
+// In front of the first sample, while the inputs hold nothing yet.
+void OfflineRenderer::ProcessSilence() {
+    ProcessBlock(mBlockSize);
+    Session::RunDueCalls();
+    CheckBuses();
 }
 
 RenderOutcome OfflineRenderer::Run(Source const& source, Sink const& sink) {
@@ -91,7 +111,8 @@ RenderOutcome OfflineRenderer::Run(Source const& source, Sink const& sink) {
     mOutcome.latency = mSetup.latency.value_or(mDelayAround);
     mProcessingTime = {};
     while (mPosition < GetEnd()) {
-        int const samples = static_cast<int>(std::min<std::int64_t>(mBlockSize, GetEnd() - mPosition));
+        int const wanted = static_cast<int>(std::min<std::int64_t>(mBlockSize, GetEnd() - mPosition));
+        int const samples = mSetup.automation.Advance(mFilter, mPosition, wanted);
         bool const sounding = ReadBlock(source, samples);
         ProcessBlock(samples);
         ++mBlocks;
@@ -223,6 +244,9 @@ RenderOutcome OfflineRenderer::Conclude() {
         throw std::runtime_error("the plug-in failed to process " + std::to_string(mUndoneBlocks) + " of " +
                                  std::to_string(mBlocks) + " blocks");
     CompareLatencies();
+    if (std::int64_t const points = mSetup.automation.CountPointsFrom(mPosition); points > 0)
+        Note(points == 1 ? "1 point of the automation lies behind the end"
+                         : std::to_string(points) + " points of the automation lie behind the end");
     double const seconds = std::max(std::chrono::duration<double>(mProcessingTime).count(), 1e-9);
     mOutcome.timesRealTime = static_cast<double>(mPosition) / mSetup.sampleRate / seconds;
     mOutcome.tail = mTail.value_or(0);

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "vynhost/AutomationPlayer.h"
 #include "vynhost/ChannelBuffers.h"
+#include "vynhost/FilterStep.h"
 #include "vynhost/RenderTransport.h"
 #include "vynhost/Track.h"
 
@@ -23,6 +25,13 @@ struct RenderSetup {
     int blockSize = 0;        ///< at least 1
     /// Compensates this latency, in samples, whatever the filter says. Empty: what the filter says.
     std::optional<int> latency = {};
+    /// What is done to the running filter before the first sample, in this order. Each is followed by a block of
+    /// silence, since some plug-ins look at new values when they process alone; at the end the filter starts afresh.
+    std::vector<FilterStep> preparations = {};
+    /// Sees the suspended filter when it is prepared. May be empty.
+    FilterStep prepared = {};
+    /// Of the filter's parameters, from the source's first sample on.
+    AutomationPlayer automation = {};
 };
 
 /// What became of it.
@@ -47,6 +56,8 @@ struct RenderOutcome {
 /// filter's tail follows. An endless or absurd tail is limited to ten seconds. The filter itself delays what goes
 /// around it, by the latency that it says when it is resumed; for one that is given another latency and learns it only
 /// from audio, a block of silence comes first.
+///
+/// Blocks end where the automation has something to set, so that what is heard doesn't depend on the block size.
 class OfflineRenderer {
 public:
     /// Fills channels[channel][sample] with the next samples of the source: the file's channels, those of the side
@@ -55,9 +66,9 @@ public:
     /// Takes the next samples of the result, the track's main channels. They may be changed in place.
     using Sink = std::function<void(float* const* channels, int samples)>;
 
-    /// Sets the filter up and resumes it. Throws what Track throws.
+    /// Sets the filter up, prepares and resumes it. Throws what Track and the preparations throw.
     /// [main-thread & suspended]
-    OfflineRenderer(vynaudiofilterhost::AudioFilter& filter, RenderSetup const& setup);
+    OfflineRenderer(vynaudiofilterhost::AudioFilter& filter, RenderSetup setup);
     OfflineRenderer(OfflineRenderer const&) = delete;
     OfflineRenderer& operator=(OfflineRenderer const&) = delete;
     /// [main-thread]
@@ -75,7 +86,9 @@ public:
 private:
     void SetUpFilter();
     void PrepareBlocks();
+    void PrepareFilter();
     void StartFilter();
+    void ProcessSilence();
     void ReleaseFilter() noexcept;
     std::int64_t GetEnd();
     int ReadLatency();
@@ -90,7 +103,7 @@ private:
     RenderOutcome Conclude();
 
     vynaudiofilterhost::AudioFilter& mFilter;
-    RenderSetup const mSetup;
+    RenderSetup mSetup;
     RenderTransport mTransport;
     std::optional<Track> mTrack;
     int mBlockSize = 0;

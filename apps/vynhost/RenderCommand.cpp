@@ -1,5 +1,6 @@
 #include "vynhost/RenderCommand.h"
 
+#include "vynhost/AutomationFile.h"
 #include "vynhost/CommandError.h"
 #include "vynhost/PluginCall.h"
 #include "vynhost/PluginSelection.h"
@@ -9,20 +10,52 @@
 
 #include "vynaudiofilterhost/AudioFilter.h"
 
+#include "os/ReplacementFile.h"
+
 #include <filesystem>
 #include <optional>
+#include <stdexcept>
 #include <system_error>
+#include <vector>
 
 namespace vynhost {
 
 namespace {
 
+// Also of files that are not there yet.
+bool AreSameFile(std::string const& path, std::string const& other) {
+    namespace fs = std::filesystem;
+    std::error_code error;
+    if (fs::equivalent(path, other, error))
+        return true;
+    fs::path const canonical = fs::weakly_canonical(fs::absolute(path, error), error);
+    return !error && canonical == fs::weakly_canonical(fs::absolute(other, error), error) && !error;
+}
+
+void CheckPath(std::string const& path, std::vector<std::string> const& others, char const* conflict) {
+    for (std::string const& other : others) {
+        if (!other.empty() && AreSameFile(path, other))
+            throw CommandError(ExitStatus::kWrongUsage, CommandError::Subject::kFile, path, conflict);
+    }
+}
+
 void CheckPaths(RenderRequest const& request) {
-    for (std::string const& other : {request.inputPath, request.sideChainPath.value_or(""), request.modulePath}) {
-        std::error_code error;
-        if (std::filesystem::equivalent(request.outputPath, other, error))
-            throw CommandError(ExitStatus::kWrongUsage, CommandError::Subject::kFile, request.outputPath,
-                               "is the input as well as the output");
+    std::vector<std::string> inputs{request.inputPath, request.sideChainPath.value_or(""), request.modulePath,
+                                    request.automationPath.value_or("")};
+    if (request.saveStatePath) {
+        CheckPath(*request.saveStatePath, inputs, "is the input as well as the saved state");
+        CheckPath(*request.saveStatePath, {request.outputPath}, "is the output as well as the saved state");
+    }
+    inputs.push_back(request.statePath.value_or(""));
+    CheckPath(request.outputPath, inputs, "is the input as well as the output");
+}
+
+// Better told before the work than behind it.
+void CheckWritable(std::string const& path) {
+    try {
+        os::ReplacementFile const trial(path);
+    } catch (std::runtime_error const& error) {
+        throw CommandError::OfFile(path, error.what());
     }
 }
 
@@ -34,7 +67,7 @@ std::string DescribeLatency(int compensated, int afterwards) {
            std::to_string(afterwards) + " samples): the first is compensated";
 }
 
-RenderReport Render(RenderRequest const& request) {
+RenderReport Render(RenderRequest const& request, AutomationFile const& automation) {
     std::string const& module = request.modulePath;
     auto const refusing = ExitStatus::kPluginRefused;
     PluginSelection const plugin =
@@ -44,7 +77,7 @@ RenderReport Render(RenderRequest const& request) {
     auto const run = [&](std::optional<int> latency) {
         // Only one output file may be in the making at a time.
         pass.reset();
-        CallPlugin(refusing, module, [&] { pass.emplace(request, plugin.CreateFilter(), latency); });
+        CallPlugin(refusing, module, [&] { pass.emplace(request, automation, plugin.CreateFilter(), latency); });
         return CallPlugin(ExitStatus::kWorkFailed, module, [&] { return pass->Run(); });
     };
     std::optional<std::string> note;
@@ -67,8 +100,12 @@ std::string RunRender(RenderRequest const& request) {
     AudioFileReader const input(request.inputPath);
     if (request.sideChainPath)
         static_cast<void>(SideChainFile(*request.sideChainPath, input.GetFormat()));
+    AutomationFile const automation =
+        request.automationPath ? AutomationFile(*request.automationPath) : AutomationFile();
+    if (request.saveStatePath)
+        CheckWritable(*request.saveStatePath);
     Session const session;
-    RenderReport const report = Render(request);
+    RenderReport const report = Render(request, automation);
     return request.json ? FormatJSON(report) : FormatTable(report);
 }
 

@@ -1,11 +1,13 @@
 #pragma once
 
 #include "vynhost/ChannelChoice.h"
+#include "vynhost/ParameterSetting.h"
 
 #include "vynmediatypes/AudioChannelLayout.h"
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace vynhost {
 
@@ -19,11 +21,17 @@ struct RenderRequest {
     std::optional<std::string> sideChainPath = {};
     vynmediatypes::AudioChannelLayout layout = {}; ///< of the track; empty when file and plug-in decide
     ChannelChoice channels = {};
+    std::optional<std::string> statePath = {};   ///< of the state that the plug-in starts with
+    std::optional<std::string> preset = {};      ///< name or index; comes after the state
+    std::vector<ParameterSetting> settings = {}; ///< come after the preset, in this order
+    std::optional<std::string> automationPath = {};
+    std::optional<std::string> saveStatePath = {}; ///< of the state with preset and settings
     bool json = false;
 };
 
 /// Sends an audio file through a plug-in into a WAV file, and returns the report to be printed. Throws CommandError;
-/// then the output file is as it was before.
+/// then the output file is as it was before, and so is the file of the saved state unless the output alone could not be
+/// put in its place.
 /// [main-thread]
 std::string RunRender(RenderRequest const& request);
 

@@ -27,23 +27,30 @@ void Measure(LevelMeter& meter, float* const* channels, int channelCount, int sa
 
 } // namespace
 
-RenderPass::RenderPass(RenderRequest const& request, boost::intrusive_ptr<vynaudiofilterhost::AudioFilter> filter,
-                       std::optional<int> latency)
+RenderPass::RenderPass(RenderRequest const& request, AutomationFile const& automation,
+                       boost::intrusive_ptr<vynaudiofilterhost::AudioFilter> filter, std::optional<int> latency)
     : mRequest(request),
       mReader(request.inputPath),
       mSideChain(OpenSideChain(request, mReader.GetFormat())),
       mFilter(std::move(filter)),
+      mPlan(MakeFilterPlan(*mFilter, request, automation, mReader.GetFormat().sampleRate)),
+      mSavedState(request.saveStatePath),
       mRenderer(*mFilter, MakeSetup(latency)),
       mOutputFormat(ChooseWavFormat(mReader.GetFormat(), mRenderer.GetOutputChannels())),
       mWriter(request.outputPath, mOutputFormat, mReader.GetSampleCount()) {}
 
-RenderSetup RenderPass::MakeSetup(std::optional<int> latency) const {
+RenderSetup RenderPass::MakeSetup(std::optional<int> latency) {
     AudioFormat const& format = mReader.GetFormat();
     TrackRequest track{LayoutOfFile(format), mRequest.layout, {}, mRequest.channels};
     if (mSideChain)
         track.sideChain = LayoutOfFile(mSideChain->GetFormat());
-    return {std::move(track), mReader.GetSampleCount(), static_cast<double>(format.sampleRate), mRequest.blockSize,
-            latency};
+    RenderSetup setup{std::move(track), mReader.GetSampleCount(), static_cast<double>(format.sampleRate),
+                      mRequest.blockSize, latency};
+    setup.preparations = std::move(mPlan.preparations);
+    setup.automation = std::move(mPlan.automation);
+    if (mSavedState)
+        setup.prepared = [this](vynaudiofilterhost::AudioFilter& filter) { mSavedState->Capture(filter); };
+    return setup;
 }
 
 RenderOutcome const& RenderPass::Run() {
@@ -66,6 +73,8 @@ RenderOutcome const& RenderPass::Run() {
 }
 
 RenderReport RenderPass::Finish() {
+    if (mSavedState)
+        mSavedState->Write();
     mWriter.Commit();
     RenderReport report;
     report.id = vyncore::string::UTF16to8(mFilter->GetID());
@@ -88,7 +97,8 @@ RenderReport RenderPass::Finish() {
 }
 
 void RenderPass::CollectNotes(RenderReport& report) const {
-    report.notes = mOutcome.notes;
+    report.notes = mPlan.notes;
+    report.notes.insert(report.notes.end(), mOutcome.notes.begin(), mOutcome.notes.end());
     if (mSideChain)
         std::ranges::move(mSideChain->Describe(mReader.GetSampleCount()), std::back_inserter(report.notes));
     if (mMeterIn.GetNonFiniteCount() > 0)

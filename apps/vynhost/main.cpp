@@ -3,14 +3,16 @@
 #include "vynhost/CommandError.h"
 #include "vynhost/InfoCommand.h"
 #include "vynhost/Outcome.h"
-#include "vynhost/RenderCommand.h"
-#include "vynhost/TrackLayout.h"
+#include "vynhost/ParamsCommand.h"
+#include "vynhost/PresetsCommand.h"
+#include "vynhost/RenderOptions.h"
 
 #include "os/Console.h"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <array>
 #include <span>
 #include <string>
 #include <string_view>
@@ -19,36 +21,26 @@ namespace {
 
 using vynhost::CommandError;
 using vynhost::ExitStatus;
+using vynhost::PluginRequest;
 
-void DeclareRender(CLI::App& app, vynhost::RenderRequest& request) {
-    CLI::App& render = *app.add_subcommand("render", "Send an audio file through a plug-in, into a WAV file");
-    render.add_option("MODULE", request.modulePath, "Plug-in module: a module file or a bundle's folder")->required();
-    render.add_option("-i,--input", request.inputPath, "Audio file to read")->required()->type_name("IN.wav");
-    render.add_option("-o,--output", request.outputPath, "WAV file to write")->required()->type_name("OUT.wav");
-    render.add_option("--sidechain", request.sideChainPath, "Audio file for the plug-in's side-chain input")
-        ->type_name("FILE.wav");
-    render
-        .add_option_function<std::string>(
-            "--layout", [&](std::string const& name) { request.layout = vynhost::LayoutOfName(name); },
-            "Layout of the track that the plug-in sits on: " + vynhost::ListLayoutNames())
-        ->type_name("NAME");
-    render
-        .add_option_function<std::string>(
-            "--map", [&](std::string const& text) { request.channels = vynhost::ParseChannelChoice(text); },
-            "The track's channel for each channel of the plug-in, counted from 0; - for none")
-        ->type_name("in:0,1/out:0,1");
-    render.add_option("--class", request.classID, "Which plug-in, when the module holds several")->type_name("ID");
-    render.add_option("--block-size", request.blockSize, "Samples per block")
-        ->check(CLI::Range(1, 65536))
-        ->capture_default_str();
-    render.add_flag("--json", request.json, "Print the result as one JSON document");
-}
+// A command that tells something of a plug-in, and the text that it gives.
+struct Query {
+    char const* name;
+    char const* description;
+    std::string (*run)(PluginRequest const&);
+};
 
-void DeclareInfo(CLI::App& app, vynhost::InfoRequest& request) {
-    CLI::App& info = *app.add_subcommand("info", "Tell what is known of a plug-in");
-    info.add_option("MODULE", request.modulePath, "Plug-in module: a module file or a bundle's folder")->required();
-    info.add_option("--class", request.classID, "Which plug-in, when the module holds several")->type_name("ID");
-    info.add_flag("--json", request.json, "Print the facts as one JSON document");
+constexpr std::array kQueries{
+    Query{"info", "Tell what is known of a plug-in", vynhost::RunInfo},
+    Query{"params", "List the parameters of a plug-in", vynhost::RunParams},
+    Query{"presets", "List the presets that a plug-in brings along", vynhost::RunPresets},
+};
+
+void DeclareQuery(CLI::App& app, Query const& query, PluginRequest& request) {
+    CLI::App& command = *app.add_subcommand(query.name, query.description);
+    command.add_option("MODULE", request.modulePath, "Plug-in module: a module file or a bundle's folder")->required();
+    command.add_option("--class", request.classID, "Which plug-in, when the module holds several")->type_name("ID");
+    command.add_flag("--json", request.json, "Print the result as one JSON document");
 }
 
 // A command line that can't be understood still tells in which form its error is wanted.
@@ -78,12 +70,17 @@ std::string Run(int argc, char** argv) {
     app.require_subcommand(1);
     vynhost::RenderRequest render;
     DeclareRender(app, render);
-    vynhost::InfoRequest info;
-    DeclareInfo(app, info);
+    PluginRequest asked;
+    for (Query const& query : kQueries)
+        DeclareQuery(app, query, asked);
     std::string const text = ParseOrPrint(app, argc, argv);
     if (!text.empty())
         return text;
-    return app.got_subcommand("info") ? vynhost::RunInfo(info) : vynhost::RunRender(render);
+    for (Query const& query : kQueries) {
+        if (app.got_subcommand(query.name))
+            return query.run(asked);
+    }
+    return vynhost::RunRender(render);
 }
 
 } // namespace

@@ -262,6 +262,25 @@ TEST(OfflineRendererTest, ChannelsAroundTheFilterAreInStepWithIt) {
     }
 }
 
+TEST(OfflineRendererTest, PreparationsAreDoneOnTheRunningFilterEachWithABlockOfSilenceBehind) {
+    boost::intrusive_ptr<TestFilter> const filter(new TestFilter);
+    std::vector<std::string> seen;
+    auto const see = [&](AudioFilter& prepared) {
+        EXPECT_TRUE(filter->blocks.empty() || filter->firstSamples == std::vector<float>{0});
+        seen.push_back(std::to_string(filter->blocks.size()) + (prepared.IsSuspended() ? " suspended" : " running"));
+    };
+    RenderSetup setup{.track = Plain(1), .samples = 20, .blockSize = 8};
+    setup.prepared = see;
+    EXPECT_EQ(Render(*filter, setup).channels[0], Counting(20));
+    EXPECT_EQ(filter->blocks, (std::vector{8, 8, 4}));
+    filter->blocks.clear();
+    filter->firstSamples.clear();
+    setup.preparations = {see, see};
+    EXPECT_EQ(Render(*filter, setup).channels[0], Counting(20));
+    EXPECT_EQ(filter->blocks, (std::vector{8, 8, 8, 8, 4}));
+    EXPECT_EQ(seen, (std::vector<std::string>{"0 suspended", "0 running", "1 running", "2 suspended"}));
+}
+
 TEST(OfflineRendererTest, SideChainsGetFlaggedSilenceAndOnlyTheMainOutputComesOut) {
     boost::intrusive_ptr<TestFilter> const filter(new TestFilter(2, 2));
     filter->AddInputBus(AudioBusDescription::CreateStereo(u"Side", AudioBusDescription::kTypeSideChain));

@@ -1,0 +1,14 @@
+#include "vynhost/ParameterSetting.h"
+
+#include "vynhost/CommandError.h"
+
+namespace vynhost {
+
+ParameterSetting ParseParameterSetting(std::string_view text) {
+    std::size_t const end = text.rfind('=');
+    if (end == std::string_view::npos)
+        throw CommandError::WrongUsage("--set: \"" + std::string(text) + "\" is not of the form NAME=VALUE");
+    return {std::string(text.substr(0, end)), std::string(text.substr(end + 1))};
+}
+
+} // namespace vynhost

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "vynhost/ParameterFacts.h"
+
+#include <string>
+#include <vector>
+
+namespace vynhost {
+
+/// One JSON document, with a line break behind it. A number that is none is null.
+/// [any-thread]
+std::string FormatJSON(std::vector<ParameterFacts> const& parameters);
+
+/// A table for a person, a row for each parameter, under a title.
+/// [any-thread]
+std::string FormatTable(std::string const& title, std::vector<ParameterFacts> const& parameters);
+
+} // namespace vynhost

@@ -1,0 +1,68 @@
+#include "vynhost/RenderOptions.h"
+
+#include "vynhost/TrackLayout.h"
+
+#include <CLI/CLI.hpp>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+using vynhost::RenderRequest;
+
+void DeclareTrack(CLI::App& render, RenderRequest& request) {
+    render.add_option("--sidechain", request.sideChainPath, "Audio file for the plug-in's side-chain input")
+        ->type_name("FILE.wav");
+    render
+        .add_option_function<std::string>(
+            "--layout", [&](std::string const& name) { request.layout = vynhost::LayoutOfName(name); },
+            "Layout of the track that the plug-in sits on: " + vynhost::ListLayoutNames())
+        ->type_name("NAME");
+    render
+        .add_option_function<std::string>(
+            "--map", [&](std::string const& text) { request.channels = vynhost::ParseChannelChoice(text); },
+            "The track's channel for each channel of the plug-in, counted from 0; - for none")
+        ->type_name("in:0,1/out:0,1");
+}
+
+void DeclareValues(CLI::App& render, RenderRequest& request) {
+    render.add_option("--state", request.statePath, "State that the plug-in starts with")->type_name("FILE");
+    render.add_option("--preset", request.preset, "Preset of the plug-in's own, by name or index (vynhost presets)")
+        ->type_name("NAME");
+    render
+        .add_option_function<std::vector<std::string>>(
+            "--set",
+            [&](std::vector<std::string> const& texts) {
+                for (std::string const& text : texts)
+                    request.settings.push_back(vynhost::ParseParameterSetting(text));
+            },
+            "Value of a parameter, by its name or index (vynhost params), such as Gain=-6, Mix=50% or Mode=Hall; may "
+            "be given several times")
+        ->allow_extra_args(false)
+        ->type_name("NAME=VALUE");
+    render
+        .add_option("--automate", request.automationPath,
+                    "Values over time: lines of seconds,parameter,value, or the same as a JSON array")
+        ->type_name("FILE");
+    render
+        .add_option("--save-state", request.saveStatePath,
+                    "File for the plug-in's state with preset and values, as --state takes it")
+        ->type_name("FILE");
+}
+
+} // namespace
+
+void DeclareRender(CLI::App& app, RenderRequest& request) {
+    CLI::App& render = *app.add_subcommand("render", "Send an audio file through a plug-in, into a WAV file");
+    render.add_option("MODULE", request.modulePath, "Plug-in module: a module file or a bundle's folder")->required();
+    render.add_option("-i,--input", request.inputPath, "Audio file to read")->required()->type_name("IN.wav");
+    render.add_option("-o,--output", request.outputPath, "WAV file to write")->required()->type_name("OUT.wav");
+    DeclareTrack(render, request);
+    DeclareValues(render, request);
+    render.add_option("--class", request.classID, "Which plug-in, when the module holds several")->type_name("ID");
+    render.add_option("--block-size", request.blockSize, "Samples per block")
+        ->check(CLI::Range(1, 65536))
+        ->capture_default_str();
+    render.add_flag("--json", request.json, "Print the result as one JSON document");
+}

@@ -1,0 +1,147 @@
+#include "vynhost/StateFile.h"
+
+#include "vynhost/CommandError.h"
+#include "vynhost/InputFile.h"
+
+#include "vynaudiofilterhost/AudioFilter.h"
+#include "vynaudiofilterhost/IPresetExchange.h"
+#include "vynaudiofilterhost/presets/PresetData.h"
+#include "vyncore/proplist/PropListFile.h"
+#include "vyncore/proplist/PropListText.h"
+#include "vyncore/strings/StringUtils.h"
+
+#include "os/ReplacementFile.h"
+
+#include <algorithm>
+#include <cmath>
+#include <filesystem>
+#include <list>
+#include <span>
+#include <stdexcept>
+#include <string_view>
+
+namespace vynhost {
+
+using vynaudiofilterhost::AudioFilter;
+using vynaudiofilterhost::IPresetExchange;
+using vynaudiofilterhost::PresetData;
+using vyncore::UString;
+using vyncore::UTF8String;
+using vyncore::proplist::PropList;
+using vyncore::string::UTF16to8;
+
+namespace {
+
+constexpr char const* kUniqueIDKey = "UniqueID";
+constexpr char const* kNameKey = "Name";
+constexpr char const* kPresetKey = "Preset";
+
+IPresetExchange const* FindExchange(AudioFilter const& filter) {
+    return dynamic_cast<IPresetExchange const*>(&filter);
+}
+
+std::span<unsigned char const> AsBytes(std::string_view text) {
+    return {reinterpret_cast<unsigned char const*>(text.data()), text.size()};
+}
+
+std::string Describe(UString const& name, UString const& id) {
+    return (name.empty() ? "a plug-in without a name" : UTF16to8(name)) + " (" + UTF16to8(id) + ")";
+}
+
+bool HoldsNumbersOnly(PresetData const& preset) {
+    std::list<float> values;
+    preset.GetParamList(values);
+    return std::ranges::all_of(values, [](float value) { return std::isfinite(value); });
+}
+
+// A plug-in that says no and yet has the state that it was given has taken it.
+bool HasState(AudioFilter const& filter, PresetData const& preset) {
+    PropList list;
+    PresetData present(list);
+    filter.SaveSettings(present);
+    return present == preset;
+}
+
+} // namespace
+
+void StateFile::Fail(std::string text) const {
+    throw CommandError::OfFile(mPath, std::move(text));
+}
+
+std::vector<std::string> StateFile::Load(AudioFilter& filter) const {
+    std::string bytes = ReadInputFile(mPath, vyncore::proplist::utils::kMostFileBytes);
+    IPresetExchange const* const exchange = FindExchange(filter);
+    PropList list;
+    PresetData preset(list);
+    UString reason;
+    if (!exchange || !exchange->IsPresetFile(AsBytes(bytes)))
+        LoadList(filter, std::move(bytes), list);
+    else if (!exchange->ReadPresetFile(AsBytes(bytes), preset, reason))
+        Fail("cannot be used: " + UTF16to8(reason));
+    if (preset.IsEmpty())
+        return {"the state file holds nothing: the plug-in had no state to give"};
+    if (!HoldsNumbersOnly(preset) || (exchange && !exchange->IsChunkWhole(preset)))
+        Fail("is damaged, or of another version: the state in it is not whole");
+    if (!filter.LoadSettings(preset))
+        Fail("holds a state in another form than " + UTF16to8(filter.GetDisplayName()) + " takes");
+    if (exchange && !exchange->WasChunkTaken() && !HasState(filter, preset))
+        Fail("was refused by " + UTF16to8(filter.GetDisplayName()));
+    return {};
+}
+
+void StateFile::LoadList(AudioFilter& filter, std::string bytes, PropList& preset) const {
+    PropList file;
+    UString id;
+    PropList const* stored = nullptr;
+    if (vyncore::proplist::utils::ReadPropList(UTF8String(std::move(bytes)), file) && file.GetValue(kUniqueIDKey, id))
+        stored = file.FindList(kPresetKey);
+    if (!stored)
+        Fail("is no state file");
+    UString name;
+    file.GetValue(kNameKey, name);
+    if (id != filter.GetID())
+        Fail("holds a state of " + Describe(name, id) + ", and the plug-in is " +
+             Describe(filter.GetDisplayName(), filter.GetID()));
+    preset = *stored;
+}
+
+bool StateFile::IsForeign(IPresetExchange const* exchange) const {
+    std::string const extension = std::filesystem::path(mPath).extension().string();
+    return exchange && vyncore::string::UpperCase(vyncore::string::UTF8to16(extension)) ==
+                           vyncore::string::UpperCase(u"." + exchange->GetPresetFileExtension());
+}
+
+void StateFile::Capture(AudioFilter const& filter) {
+    PropList file;
+    PropList& list = file.CreateList(kPresetKey);
+    PresetData preset(list);
+    filter.SaveSettings(preset);
+    IPresetExchange const* const exchange = FindExchange(filter);
+    if (IsForeign(exchange)) {
+        IPresetExchange::Bytes bytes;
+        if (!exchange->WritePresetFile(preset, bytes))
+            Fail("cannot be written: the plug-in gave no state");
+        mContent.assign(bytes.begin(), bytes.end());
+        return;
+    }
+    file.SetValue(kUniqueIDKey, filter.GetID());
+    file.SetValue(kNameKey, filter.GetDisplayName());
+    mContent = vyncore::proplist::utils::WritePropList(file);
+    if (mContent.size() > vyncore::proplist::utils::kMostFileBytes)
+        Fail("cannot be written: the plug-in's state is too large");
+}
+
+void StateFile::Write() const {
+    try {
+        os::ReplacementFile file(mPath);
+        if (!file.Write(mContent))
+            Fail("could not be written: the disk takes no more");
+        file.Commit();
+    } catch (CommandError const&) {
+        throw;
+    } catch (std::runtime_error const& error) {
+        Fail(error.what());
+    }
+}
+
+} // namespace vynhost

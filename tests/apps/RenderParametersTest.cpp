@@ -1,0 +1,221 @@
+#include "apps/VynhostFixture.h"
+#include "vynhost/CommandError.h"
+#include "vynhost/ParamsCommand.h"
+#include "vynhost/PresetsCommand.h"
+
+#include <fstream>
+#include <string_view>
+
+using namespace vyntest;
+using namespace vynfixtures;
+using nlohmann::json;
+
+namespace {
+
+// Parameter 0 is a gain of twice its normalized value, of 0 to 100 as display value.
+class RenderParametersTest : public RenderCommandTest {
+protected:
+    RenderParametersTest() {
+        WriteClip(mInput, MakeClip(1, 48000, [](std::size_t, std::size_t) { return 0.5F; }));
+    }
+
+    std::string WriteAutomation(std::string const& text) const {
+        std::string const path = mFolder.Path() / "automation";
+        std::ofstream(path) << text;
+        return path;
+    }
+
+    std::vector<float> RenderSamples(vynhost::RenderRequest const& request,
+                                     FixtureConfiguration const& configuration = {}) {
+        mDocument = RenderConfigured(configuration, request);
+        return ReadClip(mOutput).samples;
+    }
+
+    json mDocument;
+};
+
+TEST_F(RenderParametersTest, RampIsTheSameForEveryBlockSizeAndFollowsItsPoints) {
+    std::string const automation = WriteAutomation("0.25,parameter 0,0\n0.75,0,100\n0.75,Parameter 0,75%\n9,0,0\n");
+    vynhost::RenderRequest request = MakeRequest();
+    request.automationPath = automation;
+    std::vector<std::vector<float>> rendered;
+    for (int const blockSize : {64, 4096, 1001}) {
+        request.blockSize = blockSize;
+        rendered.push_back(RenderSamples(request));
+        EXPECT_EQ(rendered.back(), rendered.front()) << blockSize;
+    }
+    EXPECT_EQ(mDocument.at("notes"), json{"1 point of the automation lies behind the end"});
+    for (std::size_t const i : {0U, 11999U, 12000U, 12015U, 12016U, 24000U, 24015U, 35999U, 36000U, 47990U}) {
+        double const slice = static_cast<double>(i / 16 * 16);
+        double const way = (slice - 36000) / (9 * 48000 - 36000);
+        double const gain = i < 12000 ? 1 : i < 36000 ? (slice - 12000) / 12000 : 1.5 - 1.5 * way;
+        EXPECT_NEAR(rendered[0][i], 0.5 * gain, 1e-6) << i;
+    }
+}
+
+TEST_F(RenderParametersTest, SettingsHoldFromTheFirstSampleInTheirOrder) {
+    struct Case {
+        std::vector<vynhost::ParameterSetting> settings;
+        float sample;
+    };
+    for (Case const& one : {Case{{{"0", "25"}}, 0.25F}, Case{{{"PARAMETER 0", "75%"}}, 0.75F},
+                            Case{{{"0", "25"}, {"Parameter 0", "0"}}, 0.0F}, Case{{}, 0.5F}}) {
+        vynhost::RenderRequest request = MakeRequest();
+        request.settings = one.settings;
+        EXPECT_EQ(RenderSamples(request), std::vector<float>(48000, one.sample));
+        EXPECT_EQ(mDocument.at("notes"), json::array());
+    }
+}
+
+TEST_F(RenderParametersTest, BothRenderingsOfAPluginThatLearnsItsLatencyArePrepared) {
+    static FixtureExports const* exports;
+    exports = mFixture.operator->();
+    mFixture.Configure({});
+    mFixture->setSink([](FixtureCall const* call) {
+        if (call->name == std::string_view("setProcessing"))
+            exports->setLatency(0);
+        if (call->name == std::string_view("initialize"))
+            exports->setLatency(300);
+    });
+    vynhost::RenderRequest request = MakeRequest();
+    request.settings = {{"0", "25"}};
+    json const document = json::parse(vynhost::RunRender(request));
+    mFixture->setSink(nullptr);
+    EXPECT_EQ(ReadClip(mOutput).samples, std::vector<float>(48000, 0.25F)) << document;
+}
+
+TEST_F(RenderParametersTest, PresetReachesTheRunningPluginAheadOfTheSettings) {
+    FixtureConfiguration configuration;
+    configuration.AddPrograms(5);
+    vynhost::RenderRequest request = MakeRequest();
+    request.settings = {{"0", "25"}};
+    for (char const* const preset : {"3", "list 0 program 3"}) {
+        request.preset = preset;
+        RenderSamples(request, configuration);
+        EXPECT_EQ(mFixture.CallTexts({"setActive", "setProcessing", "setParamNormalized"}),
+                  (std::vector<std::string>{
+                      "Component.setActive(1)", "Controller.setParamNormalized(1)", "Component.setProcessing(1)",
+                      "Controller.setParamNormalized(0)", "Component.setProcessing(0)", "Component.setActive(0)",
+                      "Component.setActive(1)", "Component.setProcessing(1)", "Component.setProcessing(0)",
+                      "Component.setActive(0)", "Component.setActive(1)", "Component.setActive(0)"}));
+    }
+}
+
+TEST_F(RenderParametersTest, SavedStateGivesTheSameOutputAgain) {
+    std::string const state = mFolder.Path() / "state";
+    vynhost::RenderRequest saving = MakeRequest();
+    saving.settings = {{"0", "25"}};
+    saving.automationPath = WriteAutomation("0.5,0,100\n");
+    saving.saveStatePath = state;
+    std::vector<float> const rendered = RenderSamples(saving);
+    vynhost::RenderRequest loading = MakeRequest();
+    loading.automationPath = saving.automationPath;
+    loading.statePath = state;
+    loading.saveStatePath = state;
+    EXPECT_EQ(RenderSamples(loading), rendered);
+    EXPECT_EQ(RenderSamples(loading), rendered);
+
+    std::filesystem::remove(state);
+    EXPECT_THROW(RenderConfigured(FixtureConfiguration().Fail(FixtureFault::ProcessThrows), saving),
+                 vynhost::CommandError);
+    EXPECT_EQ(Names(), (std::set<std::string>{"automation", "in.wav", "out.wav"}));
+}
+
+TEST_F(RenderParametersTest, WhatCannotBeDoneIsToldAndLeavesNothing) {
+    std::string const module = FixturePath("configurable.vst3");
+    std::string const folder = mFolder.Path();
+    std::string const malformed = WriteAutomation("0,0,1\n0,Gian,1\n");
+    struct Case {
+        int status;
+        std::vector<std::string> arguments;
+        std::string saying;
+    };
+    for (Case const& one : {
+             Case{2, {"--set", "Gian=1"}, "--set: there is no parameter \"Gian\"; choose from 0 \"Parameter 0\""},
+             Case{2, {"--set", "0=101"}, "--set: \"Parameter 0\" cannot be \"101\": it goes from 0 to 100"},
+             Case{2, {"--set", "0=1", "1=0"}, "not expected: 1=0"},
+             Case{2, {"--set", "0"}, "not of the form NAME=VALUE"},
+             Case{2, {"--preset", "0"}, "--preset: there is no preset \"0\": the plug-in has none"},
+             Case{2, {"--automate", malformed}, malformed + ": line 2: there is no parameter \"Gian\""},
+             Case{1, {"--automate", mInput}, mInput.string() + ": line 1: "},
+             Case{1, {"--automate", folder + "/missing"}, folder + "/missing: cannot be read"},
+             Case{1, {"--state", folder + "/missing"}, folder + "/missing: cannot be read"},
+             Case{1, {"--save-state", folder + "/missing/state"}, "folder does not exist"},
+             Case{2, {"--save-state", mInput}, mInput.string() + ": is the input as well as the saved state"},
+             Case{2, {"--save-state", folder + "/./out.wav"}, "is the output as well as the saved state"},
+             Case{2, {"--save-state", module}, module + ": is the input as well as the saved state"},
+             Case{2, {"--save-state", malformed, "--automate", malformed}, "is the input as well as the saved state"},
+             Case{2, {"--state", mOutput}, mOutput.string() + ": is the input as well as the output"},
+         }) {
+        ProgramResult const result = RunVynhost(Arguments(module, one.arguments));
+        EXPECT_EQ(result.status, one.status) << result.err;
+        EXPECT_NE(result.err.find(one.saying), std::string::npos) << result.err << one.saying;
+        EXPECT_EQ(Names(), (std::set<std::string>{"automation", "in.wav"}));
+    }
+    ProgramResult const good = RunVynhost(Arguments(module, {"--set", "0=1", "--set=Parameter 0=[0]", "--set=0=50%"}));
+    EXPECT_NE(good.err.find("cannot be \"[0]\""), std::string::npos) << good.err;
+}
+
+TEST_F(RenderCommandTest, ParamsDocumentHoldsWhatIsKnownOfEachParameter) {
+    FixtureConfiguration configuration;
+    configuration.plainLow = -60;
+    configuration.plainHigh = 12;
+    SetFixtureText<char16_t>(configuration.AddParameter(0, u"Mode", 3).units, u"dB");
+    mFixture.Configure(configuration);
+    json const list = json::parse(vynhost::RunParams({.modulePath = mFixture.GetPath(), .json = true}));
+    ASSERT_EQ(list.size(), 2U);
+    EXPECT_EQ(list[0], json::parse(R"({"index": 0, "id": 0, "name": "Parameter 0", "label": "", "low": -60, "high": 12,
+        "steps": 0, "value": 0.5, "display": -24, "text": "-24.00", "exposed": true, "automatable": true})"));
+    EXPECT_EQ(list[1], json::parse(R"({"index": 1, "id": 1, "name": "Mode", "label": "dB", "low": -60, "high": 12,
+        "steps": 3, "value": 0.5, "display": -24, "text": "-24.00", "exposed": false, "automatable": false})"));
+    std::string const table = vynhost::RunParams({.modulePath = mFixture.GetPath()});
+    EXPECT_EQ(table.substr(table.find('\n')), R"(
+  index  ID  name             value  from  to  steps
+      0   0  Parameter 0     -24.00   -60  12
+      1   1  Mode         -24.00 dB   -60  12      3  hidden, not automatable
+)");
+}
+
+TEST_F(RenderCommandTest, PresetsDocumentHoldsTheNames) {
+    FixtureConfiguration configuration;
+    configuration.AddPrograms(2);
+    for (bool const fails : {false, true}) {
+        mFixture.Configure(fails ? configuration.Fail(FixtureFault::ProgramNameFails) : configuration);
+        json const list = json::parse(vynhost::RunPresets({.modulePath = mFixture.GetPath(), .json = true}));
+        EXPECT_EQ(list, (json{{{"index", 0}, {"name", fails ? "" : "List 0 Program 0"}},
+                              {{"index", 1}, {"name", fails ? "" : "List 0 Program 1"}}}));
+    }
+    mFixture.Configure({});
+    EXPECT_EQ(vynhost::RunPresets({.modulePath = mFixture.GetPath(), .json = true}), "[]\n");
+    EXPECT_TRUE(vynhost::RunPresets({.modulePath = mFixture.GetPath()}).ends_with("\n  no presets\n"));
+    for (char const* const command : {"params", "presets"})
+        EXPECT_EQ(RunVynhost({command, FixturePath("nofactory.vst3")}).status, 3);
+}
+
+// All of zam-plugins, since each overlooks something else that comes while it is suspended.
+TEST_F(VynhostTest, RealPluginsTakeValuesAndStatesFromTheFirstSample) {
+    std::set<std::filesystem::path> modules;
+    if (std::filesystem::exists(kRealPlugins / "ZamVerb.vst3"))
+        for (auto const& entry : std::filesystem::directory_iterator(kRealPlugins))
+            if (entry.path().filename().string().starts_with("Za"))
+                modules.insert(entry.path());
+    if (modules.empty())
+        GTEST_SKIP() << "the package zam-plugins is not installed";
+    std::string const state = mFolder.Path() / "state";
+    for (auto const& module : modules) {
+        std::vector<std::string> arguments{"--save-state", state};
+        for (json const& parameter : json::parse(RunVynhost({"params", module, "--json"}).out))
+            arguments.push_back("--set=" + to_string(parameter.at("index")) + "=37%");
+        if (arguments.size() == 2)
+            continue;
+        Render(module);
+        AudioClip const untouched = ReadClip(mOutput);
+        Render(module, arguments);
+        AudioClip const rendered = ReadClip(mOutput);
+        EXPECT_NE(rendered.samples, untouched.samples) << module;
+        Render(module, {"--state", state});
+        EXPECT_EQ(ReadClip(mOutput).samples, rendered.samples) << module;
+    }
+}
+
+} // namespace
