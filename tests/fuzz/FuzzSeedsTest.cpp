@@ -15,7 +15,8 @@ using namespace vynfuzz;
 // Also without the fuzzer every seed, and every input that once broke something, is tried, and each of them cut short.
 TEST(FuzzSeedsTest, SeedsAndTheirBeginningsKeepWhatMustHold) {
     using Target = void (*)(std::uint8_t const*, std::size_t);
-    for (auto const& [folder, target] : {std::pair<char const*, Target>{"bus_configuration", FuzzBusConfiguration},
+    for (auto const& [folder, target] : {std::pair<char const*, Target>{"binary_text", FuzzBinaryText},
+                                         std::pair<char const*, Target>{"bus_configuration", FuzzBusConfiguration},
                                          std::pair<char const*, Target>{"channel_map", FuzzChannelMap},
                                          std::pair<char const*, Target>{"property_list", FuzzPropertyList},
                                          std::pair<char const*, Target>{"state_chunk", FuzzStateChunk},

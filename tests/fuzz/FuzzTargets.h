@@ -7,6 +7,9 @@
 /// programs call one of them each; the tests run all seeds through them.
 namespace vynfuzz {
 
+/// Bytes as text.
+void FuzzBinaryText(std::uint8_t const* data, std::size_t size);
+
 /// A bus configuration as JSON.
 void FuzzBusConfiguration(std::uint8_t const* data, std::size_t size);
 

@@ -26,6 +26,31 @@ TEST_F(FilterParametersTest, OnlyWhatTheUserMaySetIsShown) {
     EXPECT_FALSE(filter->GetParameterInfo(7));
 }
 
+// A value is in force from the start of the block that follows, so a ramp is late by less than a block.
+TEST_F(FilterParametersTest, RampFollowsItsCurveByBlocks) {
+    constexpr int kRamp = 48000;
+    Open({}); // a gain of 2 * value
+    for (int const blockSize : {16, 64, 512, 4096}) {
+        Resume(blockSize);
+        vyntest::Block in(2, blockSize), out(2, blockSize);
+        for (int sample = 0; sample < blockSize; ++sample)
+            in.Get()[0][sample] = in.Get()[1][sample] = 0.5f;
+        float error = 0.0f;
+        for (int position = 0; position < kRamp; position += blockSize) {
+            filter->SetParameter(0, static_cast<float>(position) / kRamp);
+            Render(in, out, blockSize);
+            // Of a larger block the plug-in has seen the last slice last.
+            EXPECT_EQ(fixture->LastBlock().pointCount, blockSize <= filter->GetMaxProcessingBlockSize() ? 1 : 0);
+            EXPECT_EQ(fixture->LastBlock().points[0].offset, 0);
+            for (int sample = 0; sample < blockSize; ++sample)
+                error = std::max(error, std::abs(out[0][static_cast<std::size_t>(sample)] -
+                                                 static_cast<float>(position + sample) / kRamp));
+        }
+        EXPECT_NEAR(error, static_cast<float>(blockSize - 1) / kRamp, 1e-6f) << blockSize;
+        filter->Suspend();
+    }
+}
+
 TEST_F(FilterParametersTest, EditOfTheControllersOwnValueIsNotSentBack) {
     Open({});
     fixture->ClearCalls();

@@ -41,8 +41,8 @@ SortedIDs SortedByID(std::vector<ParamID> const& list) {
     std::iota(places.begin(), places.end(), 0);
     auto const idAt = [&](std::uint32_t place) { return list[place]; };
     std::ranges::stable_sort(places, {}, idAt);
-    auto const repeated = std::ranges::unique(places, {}, idAt);
-    places.erase(repeated.begin(), repeated.end());
+    auto const isRepeated = [&](std::uint32_t left, std::uint32_t right) { return list[left] == list[right]; };
+    places.erase(std::unique(places.begin(), places.end(), isRepeated), places.end());
     sorted.ids.resize(places.size());
     std::ranges::transform(places, sorted.ids.begin(), idAt);
     CloseGaps(places, list.size());
