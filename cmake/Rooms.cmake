@@ -20,11 +20,12 @@ file(CREATE_LINK ${CMAKE_SOURCE_DIR}/host/src ${CMAKE_BINARY_DIR}/include/vynaud
 target_include_directories(vyn_includes INTERFACE ${CMAKE_SOURCE_DIR}/platform ${CMAKE_BINARY_DIR}/include)
 target_compile_features(vyn_includes INTERFACE cxx_std_20)
 
-# vyn_add_test(name SOURCES …): a GoogleTest program over the objects of all rooms, known to ctest by its cases.
+# vyn_add_test(name SOURCES … [USES …] [ENVIRONMENT NAME=VALUE]): a GoogleTest program over the objects of all rooms, known
+# to ctest by its cases.
 function(vyn_add_test name)
-  cmake_parse_arguments(TEST "" "" "SOURCES;USES" ${ARGN})
+  cmake_parse_arguments(TEST "" "" "SOURCES;USES;ENVIRONMENT" ${ARGN})
   add_executable(${name} ${TEST_SOURCES})
   target_link_libraries(${name} PRIVATE
     vyn_warnings vyn_includes vyn_all_objects vyn_test_support GTest::gmock_main ${TEST_USES})
-  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300)
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300 ENVIRONMENT "${TEST_ENVIRONMENT}")
 endfunction()

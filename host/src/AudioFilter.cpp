@@ -109,8 +109,26 @@ void AudioFilter::Suspend() {
     // Off the main thread the tick is out of reach: a Resume there took no reference either.
     if (CurrentThreadIDIsMainThreadID())
         ReleaseTimerRef();
-    FlushMessageQueue();
+    std::exception_ptr const failure = FlushAll();
     mSuspendedStateChanged(true);
+    if (failure)
+        std::rethrow_exception(failure);
+}
+
+// A message that throws is done with; those behind it must not stay in a suspended filter. Gives what was thrown first.
+std::exception_ptr AudioFilter::FlushAll() {
+    constexpr int kMostFailures = 100000; // a subclass's own flush may never end to throw
+    std::exception_ptr failure;
+    for (int failures = 0; failures < kMostFailures; ++failures) {
+        try {
+            FlushMessageQueue();
+            break;
+        } catch (...) {
+            if (!failure)
+                failure = std::current_exception();
+        }
+    }
+    return failure;
 }
 
 void AudioFilter::Resume() {

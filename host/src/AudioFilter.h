@@ -1,5 +1,6 @@
 #pragma once
 
+#include "vynaudiofilterhost/AudioFilterNotes.h"
 #include "vynaudiofilterhost/AudioFilterParameterInfo.h"
 #include "vynaudiofilterhost/AudioFilterSignals.h"
 #include "vynaudiofilterhost/ChannelRouter.h"
@@ -7,7 +8,6 @@
 #include "vynaudiofilterhost/ProcessMessageHandler.h"
 #include "vynaudiofilterhost/RenderingContext.h"
 #include "vyncore/Export.h"
-#include "vyncore/geom/Rect.h"
 #include "vyncore/strings/UString.h"
 #include "vyncore/utility/RefCountedObject.h"
 #include "vynmediatypes/AudioBusDescription.h"
@@ -20,9 +20,9 @@
 
 #include <atomic>
 #include <cstdint>
+#include <exception>
 #include <list>
 #include <mutex>
-#include <utility>
 #include <vector>
 
 namespace vyncore::proplist {
@@ -46,10 +46,12 @@ class PresetList;
 /// host, rate and block size and asks for buses; Resume sizes everything that rendering uses, Suspend ends rendering.
 /// Rendering starts after Resume and stops before Suspend. A filter may go to and fro any number of times.
 ///
-/// Thread safety: ProcessWithMapping and the process side of posted messages belong to the process thread, everything
-/// else to the main thread. No operation on the process thread allocates, locks or waits. Signals fire on the caller's
-/// thread; the latency signal on the main thread only.
-class VYN_API AudioFilter : public vyncore::utility::RefCountedObject, public AudioFilterSignals {
+/// Thread safety: ProcessWithMapping and the process side of posted messages belong to the process thread, gestures on
+/// parameters to whoever makes them, everything else to the main thread. No operation on the process thread allocates,
+/// locks or waits. Signals fire on the caller's thread; the latency signal on the main thread only.
+class VYN_API AudioFilter : public vyncore::utility::RefCountedObject,
+                            public AudioFilterSignals,
+                            public AudioFilterNotes {
 public:
     using UString = vyncore::UString;
     using Buses = std::vector<vynmediatypes::AudioBusDescription>;
@@ -158,16 +160,30 @@ public:
     virtual std::uint64_t GetCustomData(int kind, std::uint64_t count, std::vector<float>& data);
     virtual std::uint64_t GetCustomData(int kind, std::uint64_t count, std::vector<double>& data);
 
-    /// Presets and settings.
+    /// Settings are stored as a parameter list, or as a chunk when the filter says so. A filter loads settings of its
+    /// present version alone.
     /// [main-thread]
     virtual float GetCurrentPresetVersion() const;
     virtual bool DoPresetsUseChunkData() const;
+    /// The presets that the filter brings along. The list is replaced by one entry for each of them that has a name; an
+    /// index out of range has no name, and selecting it does nothing.
+    /// [main-thread]
     virtual void GetFactoryDefaultPresets(PresetList& list) const;
     virtual int GetNumFactoryPresets() const;
     virtual UString GetFactoryPresetName(int index);
     virtual void SetFactoryPreset(int index);
+    /// Takes settings in. False when the preset is of another version or in a form that this filter doesn't take:
+    /// nothing is changed then. What becomes of a chunk is the plug-in's affair and doesn't count. The preset-changed
+    /// signal fires and the dirty count moves in any case, also when the plug-in throws, which goes on to the caller.
+    /// Whoever calls holds the filter until this returns.
+    /// [main-thread]
     virtual bool LoadSettings(PresetData const& preset);
+    /// Replaces what the preset held by the filter's settings. What the plug-in throws goes on; the preset is as it was
+    /// then.
+    /// [main-thread]
     virtual void SaveSettings(PresetData& preset) const;
+    /// The filter's own part in both, for chunks and for custom data. The base class has none: it gives false.
+    /// [main-thread]
     virtual bool LoadChunkData(PresetData const& preset);
     virtual bool SaveChunkData(PresetData& preset) const;
     virtual bool LoadCustomData(PresetData const& preset);
@@ -194,20 +210,21 @@ public:
     virtual void DestroyCustomEditor(boost::intrusive_ptr<AudioFilterEditor> editor);
 
 protected:
-    /// A new, suspended filter with the same settings, or null when none can be made.
+    /// What the public Clone returns.
     /// [main-thread]
     virtual boost::intrusive_ptr<AudioFilter> Clone() const;
 
 public:
     virtual bool IsProxy() const;
 
-    /// Bracket a user's gesture on a parameter. A negative index concerns no single parameter.
+    /// Bracket a user's gesture on a parameter. The editing signal fires when that changes something. A negative index
+    /// concerns no single parameter: it fires always, and nothing is kept. They lock, and may allocate.
     /// [any-thread]
     virtual void BeginEditing(int index);
     virtual void EndEditing(int index);
     virtual bool IsEditing(int index) const;
 
-    /// Bracket a load of settings; the end fires the preset-changed signal.
+    /// Bracket a load of settings; the end fires the preset-changed signal. The base class makes nothing of `changed`.
     /// [main-thread]
     virtual void StartLoadingSettings();
     virtual void FinishLoadingSettings(bool changed);
@@ -236,11 +253,18 @@ protected:
     /// [main-thread & suspended]
     virtual void RequestIOConfiguration(Layouts const& inputLayouts, Layouts const& outputLayouts);
 
+    /// Sets every parameter, and announces each; false, with nothing set, when the preset holds another number of them.
+    /// [main-thread]
     virtual bool LoadParams(PresetData const& preset);
     /// Replaces the list by one value per parameter; 0.0 for one that is not persisted.
     /// [main-thread]
     virtual void SaveParams(std::list<float>& values) const;
+    /// Selects the preset's factory preset: the one of its index when that has its name, else the last of its name.
+    /// False when there is none.
+    /// [main-thread]
     virtual bool LoadFactoryPreset(PresetData const& preset);
+    /// Whether settings of that version, or with that many parameters, are the filter's.
+    /// [main-thread]
     virtual bool ValidatePresetVersion(float version) const;
     virtual bool ValidateParamCount(int count) const;
 
@@ -260,15 +284,11 @@ public:
     RenderingContext GetRenderingContext() const noexcept { return mRenderingContext; }
     bool IsSuspended() const noexcept { return mSuspended.load(std::memory_order_relaxed); }
     bool IsLoadingSettings() const noexcept { return mLoadingSettings; }
-    bool GetHasHighLatency() const noexcept { return mHasHighLatency; }
-    void SetHasHighLatency(bool high) noexcept { mHasHighLatency = high; }
-    bool GetHasHighCPU() const noexcept { return mHasHighCPU; }
-    void SetHasHighCPU(bool high) noexcept { mHasHighCPU = high; }
-    std::pair<UString, bool> GetPresetNameAndDirtyState() const { return mPresetNameAndDirtyState; }
-    void SetPresetNameAndDirtyState(std::pair<UString, bool> const& state) { mPresetNameAndDirtyState = state; }
-    int GetParameterDirtyCount() const noexcept { return mParameterDirtyCount.load(std::memory_order_relaxed); }
-    /// [main-thread | process-thread]
-    void BumpParameterDirtyCount() noexcept { mParameterDirtyCount.fetch_add(1, std::memory_order_relaxed); }
+    /// Moves whenever something that belongs to the filter's state has changed; only that it moved means anything. What
+    /// a subclass stored before it bumped the count is there for whoever sees it moved.
+    /// [any-thread]
+    int GetParameterDirtyCount() const noexcept { return mParameterDirtyCount.load(std::memory_order_acquire); }
+    void BumpParameterDirtyCount() noexcept { mParameterDirtyCount.fetch_add(1, std::memory_order_release); }
 
     /// Buses. GetBusConfiguration replaces what the arguments held.
     /// [main-thread]
@@ -332,7 +352,8 @@ public:
     /// [main-thread]
     void Post(boost::intrusive_ptr<Message> message);
 
-    /// A new, suspended filter with the same settings, or null when none can be made.
+    /// A new, suspended filter of the same ID with the same buses, rate, settings, maps and target buses; the block
+    /// size is its own. Null when none can be made. What a plug-in throws goes to the caller.
     /// [main-thread]
     static boost::intrusive_ptr<AudioFilter> Clone(boost::intrusive_ptr<AudioFilter> filter);
 
@@ -341,13 +362,6 @@ public:
     void EditorAttached();
     void EditorDetached();
 
-    /// The application's own memory of the editor window.
-    /// [main-thread]
-    bool GetEditorVisible() const noexcept { return mEditorVisible; }
-    void SetEditorVisible(bool visible) noexcept { mEditorVisible = visible; }
-    vyncore::geom::RectT<int> GetEditorRect() const noexcept { return mEditorRect; }
-    void SetEditorRect(vyncore::geom::RectT<int> const& rect) noexcept { mEditorRect = rect; }
-
 protected:
     /// Fires the latency signal; off the main thread it only traces, and the news is lost.
     /// [main-thread]
@@ -355,7 +369,8 @@ protected:
     /// For a subclass whose buses changed by themselves.
     /// [main-thread]
     void SendBusConfigurationChanged();
-    /// Sends a value to SetParameter in step with the audio; on a suspended filter before it returns.
+    /// Sends a value to SetParameter in step with the audio; on a suspended filter before it returns. Somebody must
+    /// hold the filter, so a constructor can't.
     /// [main-thread]
     void PostSetParameter(int index, float value);
 
@@ -377,6 +392,7 @@ protected:
 
 private:
     void StartProcessing();
+    std::exception_ptr FlushAll();
     void Tick();
     void AddTimerRef();
     void ReleaseTimerRef();
@@ -388,6 +404,7 @@ private:
     void ChangeChannelMap(Direction direction, Change const& change);
     void DisconnectLostSideChain(int former, int remaining);
     void ChangeEditing(int index, bool editing);
+    bool StoreEditing(int index, bool editing);
 
     RenderingContext mRenderingContext = kRenderingContextRealTime;
     ProcessMessageHandler mMessageHandler;
@@ -403,12 +420,7 @@ private:
     Buses mInputBuses;
     Buses mOutputBuses;
     std::atomic<bool> mSuspended{true};
-    std::pair<UString, bool> mPresetNameAndDirtyState;
     std::atomic<std::int32_t> mParameterDirtyCount{0};
-    bool mHasHighLatency = false;
-    bool mHasHighCPU = false;
-    bool mEditorVisible = false;
-    vyncore::geom::RectT<int> mEditorRect;
     bool mLoadingSettings = false;
     vynmediatypes::AudioBusDescription mMainTargetBus;
     vynmediatypes::AudioBusDescription mSideChainTargetBus;
@@ -419,7 +431,7 @@ private:
     ChannelRouter mRouter;
 
     std::vector<bool> mParametersBeingEdited;
-    mutable std::mutex mEditingMutex; ///< plug-ins report gestures on any thread
+    mutable std::recursive_mutex mEditingMutex; ///< plug-ins report gestures on any thread
     bool mUseChannelMap = false;
 };
 

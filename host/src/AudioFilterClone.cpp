@@ -27,7 +27,7 @@ boost::intrusive_ptr<AudioFilter> AudioFilter::Clone() const {
     SaveSettings(*settings);
     copy->LoadSettings(*settings);
 
-    copy->mPresetNameAndDirtyState = mPresetNameAndDirtyState;
+    copy->SetPresetNameAndDirtyState(GetPresetNameAndDirtyState());
     {
         boost::unique_lock<boost::recursive_mutex> const lock(mChannelMapMutex);
         copy->mInputMap = mInputMap;

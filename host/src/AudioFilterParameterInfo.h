@@ -8,7 +8,8 @@
 
 namespace vynaudiofilterhost {
 
-/// How the values of a parameter show: on or off, as whole numbers, or, for all others, as decimal numbers.
+/// How the values of a parameter show: on or off, as whole numbers, or, for all others here, as decimal numbers. A
+/// number that is not here shows as nothing.
 /// The label beside the value is a text of the parameter's own and doesn't follow from this.
 enum AudioFilterParameterInfoUnit : std::int32_t {
     kParameterUnitNone = 0,
@@ -56,11 +57,11 @@ public:
     /// [main-thread]
     virtual int GetStepCount() const;
 
-    /// The display value at normalized 0.
+    /// The display value at normalized 0, unless a subclass says otherwise.
     /// [main-thread]
     virtual float GetLoBound() const;
 
-    /// The display value at normalized 1.
+    /// The display value at normalized 1, unless a subclass says otherwise.
     /// [main-thread]
     virtual float GetHiBound() const;
 

@@ -85,19 +85,20 @@ void AudioFilter::ChangeEditing(int index, bool editing) {
         mEditingStateChange(index, editing);
         return;
     }
-    std::size_t const place = static_cast<std::size_t>(index);
-    {
-        std::lock_guard const lock(mEditingMutex);
-        if (place >= mParametersBeingEdited.size())
-            mParametersBeingEdited.resize(std::max<std::size_t>(2, 2 * place));
-    }
+    if (StoreEditing(index, editing))
+        mEditingStateChange(index, editing);
+}
+
+// Whether that changed anything: of two threads with the same news one has it.
+bool AudioFilter::StoreEditing(int index, bool editing) {
+    auto const place = static_cast<std::size_t>(index);
+    std::lock_guard const lock(mEditingMutex);
+    if (place >= mParametersBeingEdited.size())
+        mParametersBeingEdited.resize(std::max<std::size_t>(2, 2 * place));
     if (IsEditing(index) == editing)
-        return;
-    {
-        std::lock_guard const lock(mEditingMutex);
-        mParametersBeingEdited[place] = editing;
-    }
-    mEditingStateChange(index, editing);
+        return false;
+    mParametersBeingEdited[place] = editing;
+    return true;
 }
 
 } // namespace vynaudiofilterhost

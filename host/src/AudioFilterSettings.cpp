@@ -1,8 +1,10 @@
 #include "vynaudiofilterhost/AudioFilter.h"
 #include "vynaudiofilterhost/presets/PresetData.h"
 #include "vynaudiofilterhost/presets/PresetList.h"
+#include "vyncore/proplist/PropList.h"
 
 #include <exception>
+#include <list>
 
 namespace vynaudiofilterhost {
 
@@ -30,6 +32,19 @@ bool LoadInBrackets(AudioFilter& filter, Load const& load) {
     if (failure)
         std::rethrow_exception(failure);
     return loaded;
+}
+
+// A plug-in that throws leaves the preset as it was.
+void SaveChunkInto(AudioFilter const& filter, PresetData& preset) {
+    vyncore::proplist::PropList former = *preset.GetRawData();
+    preset.Clear();
+    try {
+        filter.SaveChunkData(preset);
+    } catch (...) {
+        boost::intrusive_ptr<PresetData> const asItWas(new PresetData(former));
+        preset.SetDataFromExistingPreset(*asItWas);
+        throw;
+    }
 }
 
 // Asking for a parameter or a preset's name does not change the filter; the operations are not const for the sake of
@@ -94,13 +109,14 @@ bool AudioFilter::LoadSettings(PresetData const& preset) {
 }
 
 void AudioFilter::SaveSettings(PresetData& preset) const {
-    preset.Clear();
     if (DoPresetsUseChunkData()) {
-        SaveChunkData(preset);
+        SaveChunkInto(*this, preset);
         return;
     }
+    // Asked before anything is stored: what is there must not go for what can't be had.
     std::list<float> values;
     SaveParams(values);
+    preset.Clear();
     preset.SetVersion(GetCurrentPresetVersion());
     preset.SetPresetType(PresetData::kPresetTypeParamList);
     preset.SetParamList(values);

@@ -14,7 +14,7 @@ namespace vynaudiofilterhost {
 /// 1. Evenly, the display value goes from the low bound to the high bound; these differ.
 /// 2. Logarithmically, it goes from the low bound, which is above 0, to low * exp(high): the high bound is an exponent
 ///    and not 0. With 20 and 6.9 the range ends near 20,000.
-/// 3. Bounds that break these rules give values that are no numbers or infinite, and no other harm.
+/// 3. Bounds that break these rules may give values that are no numbers or infinite, and do no other harm.
 class VYN_API GenericParameterInfo : public AudioFilterParameterInfo {
 public:
     /// A parameter that can't be automated starts out as not shown to the user.

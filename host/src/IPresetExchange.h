@@ -37,8 +37,8 @@ public:
     /// [main-thread]
     virtual bool WritePresetFile(PresetData const& preset, Bytes& bytes) const = 0;
 
-    /// Whether the preset has a chunk that LoadSettings can hand to the plug-in whole. Of one that was cut short it
-    /// hands over what is there, and says nothing.
+    /// Whether the preset has a chunk of the filter's version that LoadSettings can hand to the plug-in, something and
+    /// whole. Of one that was cut short it hands over what is there, and says nothing.
     /// [main-thread]
     virtual bool IsChunkWhole(PresetData const& preset) const = 0;
 
@@ -46,6 +46,10 @@ public:
     /// take it all the same.
     /// [main-thread]
     virtual bool WasChunkTaken() const = 0;
+
+    /// Whether SetFactoryPreset reaches the plug-in. Some name presets that no host can select.
+    /// [main-thread]
+    virtual bool CanSelectFactoryPreset(int index) const = 0;
 
 protected:
     ~IPresetExchange() = default;

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <atomic>
 #include <chrono>
 #include <functional>
 #include <list>
@@ -300,6 +301,37 @@ TEST_F(AudioFilterTest, GesturesMayComeFromSeveralThreads) {
     gesture(0);
     other.join();
     EXPECT_FALSE(mFilter->IsEditing(1999));
+    // Of two threads with one and the same news only one is heard.
+    std::atomic<int> heard{0};
+    mFilter->ConnectEditingStateChange([&](int, bool) { ++heard; });
+    for (int index = 0; index < 2000; ++index) {
+        std::thread another([&] { mFilter->BeginEditing(index); });
+        mFilter->BeginEditing(index);
+        another.join();
+    }
+    EXPECT_EQ(heard, 2000);
+}
+
+// The filter is suspended as any other, and nothing waits in it.
+TEST_F(AudioFilterTest, MessageThatThrowsDoesNotStopASuspension) {
+    struct Throwing : Message {
+        bool ExecuteOnProcessThread() override { throw 1; }
+    };
+    struct Counting : Message {
+        bool ExecuteOnProcessThread() override { return ++count, true; }
+        int count = 0;
+    };
+    boost::intrusive_ptr<Counting> const last(new Counting);
+    std::vector<bool> heard;
+    mFilter->Resume();
+    mFilter->ConnectSuspendedStateChanged([&](bool suspended) { heard.push_back(suspended); });
+    mFilter->Post(new Throwing);
+    mFilter->Post(new Throwing);
+    mFilter->Post(last);
+    EXPECT_THROW(mFilter->Suspend(), int);
+    EXPECT_TRUE(mFilter->IsSuspended());
+    EXPECT_THAT(heard, ElementsAre(true));
+    EXPECT_EQ(last->count, 1);
 }
 
 TEST_F(AudioFilterTest, ListOfParametersHoldsZeroForWhatIsNotPersisted) {

@@ -1,4 +1,5 @@
 #include "vynaudiofilterhost/GenericParameterInfo.h"
+#include "vyncore/config/Localizer.h"
 
 #include <gtest/gtest.h>
 
@@ -72,6 +73,29 @@ TEST(GenericParameterInfoTest, ASwitchGoesByTheNormalizedValueAndWhatCannotBeAut
     EXPECT_FALSE(info.CanBeAutomated() || info.IsExposed());
     info.SetExposed(true);
     EXPECT_TRUE(info.IsExposed() && Info(0, 0, 1).IsExposed());
+}
+
+TEST(GenericParameterInfoTest, SwitchSpeaksTheUsersLanguage) {
+    auto& localizer = vyncore::config::Localizer::Get();
+    localizer.SetTranslation("vynaudiofilterhost/ParameterInfo/On", u"An");
+    EXPECT_EQ(Info(3, 0, 1).GetParameterString(1.0f), u"An");
+    localizer.SetTranslation("vynaudiofilterhost/ParameterInfo/On", u"On");
+}
+
+// What a subclass has that says nothing but how values map.
+TEST(AudioFilterParameterInfoTest, DefaultsAreThoseOfASmoothParameter) {
+    struct Plain : AudioFilterParameterInfo {
+        float ToNormalized(float displayValue) const override { return displayValue / 8.0f; }
+        float FromNormalized(float value) const override { return 8.0f * value + 2.0f; }
+        vyncore::UString GetParameterString(float) const override { return {}; }
+    } const plain;
+    EXPECT_EQ(plain.GetLoBound(), 2.0f);
+    EXPECT_EQ(plain.GetHiBound(), 10.0f);
+    EXPECT_EQ(plain.GetDisplayStep(), 0.01f);
+    EXPECT_EQ(plain.GetStepCount(), 0);
+    EXPECT_TRUE(plain.CanBeAutomated() && plain.SupportsStringForArbitraryValues());
+    EXPECT_FALSE(plain.CanRamp() || plain.SupportsDisplayValueToParameter());
+    EXPECT_TRUE(plain.IsExposed() && plain.IsPersisted());
 }
 
 } // namespace

@@ -118,7 +118,7 @@ public:
     /// [main-thread]
     bool operator==(PresetData const& other) const;
 
-    /// Fires with this preset after it has been changed through this view.
+    /// Fires with this preset after it has been changed through this view, as the operations say.
     /// [main-thread]
     PresetChangedSignal& GetPresetChangedSignal() noexcept { return mPresetChanged; }
 

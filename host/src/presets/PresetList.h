@@ -45,7 +45,7 @@ public:
     /// [main-thread]
     void GetPresetNames(std::set<vyncore::UString>& names) const;
 
-    /// Removes the preset of this name; announced also when there was none.
+    /// Removes the preset of this name, or whatever else lies there; announced also when there was none.
     /// [main-thread]
     void RemovePreset(vyncore::UString const& name);
 
@@ -53,7 +53,7 @@ public:
     /// [main-thread]
     void Clear();
 
-    /// Fires with this list after it has been changed through this view.
+    /// Fires with this list when the operations of this view say so.
     /// [main-thread]
     PresetListChangedSignal& GetPresetListChangedSignal() noexcept { return mPresetListChanged; }
 

@@ -18,9 +18,12 @@ bool MayBelongToNumber(char16_t unit) {
            unit == u'+' || unit == u'-' || unit == u'.';
 }
 
+// No number needs more units than that, and who reads many in one text should not pay for all of it each time.
+constexpr std::size_t kMostUnits = 4096;
+
 std::string NumberHead(std::u16string_view text) {
     std::string head;
-    for (char16_t const unit : text) {
+    for (char16_t const unit : text.substr(0, kMostUnits)) {
         if (!MayBelongToNumber(unit))
             break;
         head += static_cast<char>(unit);

@@ -123,7 +123,7 @@ UString NumberToString(double value, unsigned minWholeDigits, unsigned decimals,
         number = digits.Format(std::abs(value), std::chars_format::scientific, decimals);
         wholeDigits = 1;
     }
-    bool const showsZero = number.find_first_not_of("0.") == std::string_view::npos;
+    bool const showsZero = number.substr(0, number.find('e')).find_first_not_of("0.") == std::string_view::npos;
     UString text(std::signbit(value) && !showsZero ? u"-" : u"");
     if (wholeDigits < minWholeDigits)
         text.append(minWholeDigits - wholeDigits, u'0');

@@ -147,9 +147,10 @@ UTF8String WithoutBlanks(UTF8String const& text) {
 } // namespace
 
 bool EncodeBinaryDataToUTF8String(unsigned char const* data, std::uint64_t size, UTF8String& text) {
-    text.clear();
-    if ((!data && size > 0) || size > text.max_size() / 4 * 3)
+    if ((!data && size > 0) || size > text.max_size() / 4 * 3) {
+        text.clear();
         return false;
+    }
     auto const bytes = static_cast<std::size_t>(size);
     UTF8String encoded;
     encoded.reserve((bytes + 2) / 3 * 4);

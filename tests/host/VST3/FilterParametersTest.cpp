@@ -1,8 +1,17 @@
 #include "FilterFixture.h"
 
+#include "vynaudiofilterhost/VST3/src/ParameterPointQueues.h"
+#include "vynaudiofilterhost/VST3/src/VST3ParameterList.h"
+
+#include <algorithm>
+#include <map>
+#include <random>
+#include <tuple>
+
 namespace {
 
 using namespace vynaudiofilterhost;
+using namespace vynaudiofilterhost::vst3;
 using namespace vynfixtures;
 using testing::ElementsAre;
 
@@ -108,6 +117,72 @@ TEST_F(FilterParametersTest, FactoryPresetsAreTheProgramsOfTheRootUnit) {
     EXPECT_EQ(fixture->LastBlock().points[0].id, 1u);
     EXPECT_EQ(fixture->LastBlock().points[0].value, 1.0);
     filter->Suspend();
+}
+
+TEST_F(FilterParametersTest, ProgramsAreThoseOfTheRootAlone) {
+    for (auto const& [rootIndex, rootList, unitOfProgram, programs] :
+         {std::tuple(0, 0, 0, 5), std::tuple(2, 0, 0, 5), std::tuple(0, -1, 0, 0), std::tuple(0, 7, 0, 0),
+          std::tuple(-1, 0, 0, 0), std::tuple(0, 0, 101, 5)}) {
+        SCOPED_TRACE(testing::Message() << rootIndex << ' ' << rootList << ' ' << unitOfProgram);
+        FixtureConfiguration configuration;
+        configuration.AddPrograms(5);
+        configuration.unitCount = 3;
+        configuration.rootUnitIndex = rootIndex;
+        configuration.rootProgramListId = rootList;
+        configuration.special[0].unit = unitOfProgram;
+        filter.reset();
+        Open(configuration);
+        EXPECT_EQ(filter->GetParameterCount(), 1);
+        EXPECT_EQ(filter->GetNumFactoryPresets(), programs);
+        fixture->ClearCalls();
+        filter->SetFactoryPreset(1);
+        EXPECT_EQ(fixture->CountCalls("setParamNormalized"), unitOfProgram == 0 ? 1 : 0);
+        EXPECT_EQ(filter->CanSelectFactoryPreset(1), unitOfProgram == 0);
+        EXPECT_FALSE(filter->CanSelectFactoryPreset(5));
+    }
+    filter.reset();
+    Open({});
+    EXPECT_EQ(filter->GetFactoryPresetName(0), u"");
+}
+
+// Whatever the order of the IDs is, and of equal ones the first.
+TEST(ParameterListTest, FindsWhatAMapWouldFind) {
+    std::minstd_rand random(5);
+    for (int round = 0; round < 2000; ++round) {
+        VST3ParameterList list;
+        ParameterPointQueues queues;
+        std::map<unsigned, int> indexes;
+        int const count = static_cast<int>(random() % 12);
+        for (int place = 0; place < count; ++place) {
+            Steinberg::Vst::ParameterInfo info{};
+            unsigned const ids[] = {static_cast<unsigned>(place), static_cast<unsigned>(place + random() % 2),
+                                    static_cast<unsigned>(random() % 10), static_cast<unsigned>(random() * 2)};
+            info.id = ids[round % 4];
+            list.Add(info.id);
+            if (random() % 5 == 0)
+                continue;
+            indexes.emplace(info.id, list.GetCount());
+            list.Show(place, info);
+        }
+        list.Finish();
+        for (unsigned id = 0; id < 12; ++id)
+            ASSERT_EQ(list.FindIndex(id), indexes.contains(id) ? indexes.at(id) : -1) << round;
+        queues.SetParameters(list.GetIDs());
+        std::vector<unsigned> expected;
+        for (unsigned const id : list.GetIDs()) {
+            ASSERT_EQ(list.FindIndex(id), indexes.contains(id) ? indexes.at(id) : -1) << round;
+            queues.PushPoint(id, 0.5, 0);
+            if (std::find(expected.begin(), expected.end(), id) == expected.end())
+                expected.push_back(id);
+        }
+        std::vector<unsigned> seen;
+        ParameterPointQueues copy = queues;
+        copy.TakeChanged([&](unsigned id, ParameterPoint const&) {
+            if (seen.empty() || seen.back() != id)
+                seen.push_back(id);
+        });
+        ASSERT_EQ(seen, expected) << round;
+    }
 }
 
 } // namespace

@@ -127,6 +127,14 @@ TEST_F(FilterStateTest, RefusalAndExceptionsOfThePluginShow) {
     EXPECT_FALSE(filter->WasChunkTaken());
     EXPECT_EQ(changes, 1);
     EXPECT_NE(filter->GetParameterDirtyCount(), dirty);
+    // What was stored is not lost for what the plug-in can't give.
+    mConfiguration.ThrowIn("Controller.getState");
+    filter.reset();
+    OpenWithStates("compo", "ctl");
+    EXPECT_ANY_THROW(filter->SaveSettings(mPreset));
+    Bytes chunk;
+    EXPECT_TRUE(mPreset.GetChunkData(chunk));
+    EXPECT_EQ(chunk, Chunk(kWholeChunk));
 }
 
 TEST_F(FilterStateTest, PresetFilesTravel) {

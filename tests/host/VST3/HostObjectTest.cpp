@@ -17,6 +17,10 @@ namespace {
 template <class Object, class InterfaceType>
 struct Case {
     using Interface = InterfaceType;
+    static constexpr bool kOwned = !std::is_base_of_v<Steinberg::Vst::IMessage, Object> &&
+                                   !std::is_base_of_v<Steinberg::Vst::IAttributeList, Object> &&
+                                   !std::is_base_of_v<Steinberg::Vst::IParameterChanges, Object>;
+    static void End(Interface* object) { static_cast<Object*>(object)->Disown(); }
     static Interface* Make() {
         if constexpr (std::is_default_constructible_v<Object>)
             return new Object;
@@ -60,4 +64,28 @@ TYPED_TEST(HostObjectTest, AnswersForItsInterfaceAloneAndCountsReferencesFromOne
     EXPECT_EQ(object->addRef(), 4u) << "two answers, each with a reference";
     for (Steinberg::uint32 left : {3u, 2u, 1u, 0u})
         EXPECT_EQ(object->release(), left);
+    if (TypeParam::kOwned)
+        TypeParam::End(object);
+}
+
+// A plug-in that gives back what it never took ends nothing that the host uses; one that keeps a reference may.
+TEST(HostObjectTest, OwnedObjectsEndWhenNobodyHoldsThem) {
+    ParameterChanges changes;
+    changes.SetMaxParameters(1);
+    Steinberg::int32 index = 0;
+    auto* const queue = changes.addParameterData(5, index);
+    queue->release();
+    queue->release();
+    for (Steinberg::int32 offset = 0; offset < 200; ++offset)
+        queue->addPoint(offset, 0.5, index);
+    EXPECT_EQ(queue->getPointCount(), 200);
+
+    VST3MemoryStream* held = nullptr;
+    {
+        OwnedObject<VST3MemoryStream> const stream(new VST3MemoryStream);
+        stream->addRef();
+        held = stream.get();
+    }
+    EXPECT_EQ(held->GetSize(), 0u);
+    EXPECT_EQ(held->release(), 0u);
 }

@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <cstring>
+#include <memory>
 
 namespace vynaudiofilterhost::vst3 {
 
@@ -11,13 +12,15 @@ namespace vynaudiofilterhost::vst3 {
 /// and the count of references. It owns nothing and knows nothing of what the interface does.
 ///
 /// The count starts at 1, which belongs to whoever made the object; the release of the last reference deletes it. An
-/// object inside another one (Life::kEmbedded) goes with that, whatever a plug-in gives back. The destructor follows
-/// the slots of the interface in the table of operations.
+/// object inside another one (Life::kEmbedded) goes with that, whatever a plug-in gives back. One that the host uses
+/// beside the plug-in (Life::kOwned) goes when the host has disowned it and nobody else holds it: a plug-in that gives
+/// back what it never took ends nothing under the host's hands. The destructor follows the slots of the interface in
+/// the table of operations.
 template <class Interface>
 class HostObject : public Interface {
 public:
-    /// Whether the count ends the object, or whoever it is a part of.
-    enum class Life { kCounted, kEmbedded };
+    /// What ends the object.
+    enum class Life { kCounted, kEmbedded, kOwned };
 
     HostObject(HostObject const&) = delete;
     HostObject& operator=(HostObject const&) = delete;
@@ -46,14 +49,26 @@ public:
     /// [any-thread]
     Steinberg::uint32 PLUGIN_API release() override {
         Steinberg::int32 const left = mReferenceCount.fetch_sub(1, std::memory_order_acq_rel) - 1;
-        if (left == 0 && mLife == Life::kCounted)
-            delete this;
-        return static_cast<Steinberg::uint32>(left);
+        if (left == 0 && !mOwned.load(std::memory_order_acquire))
+            Destroy();
+        return static_cast<Steinberg::uint32>(left > 0 ? left : 0);
+    }
+
+    /// Gives the host's own reference on an object of Life::kOwned back, once.
+    /// [any-thread]
+    void Disown() {
+        mOwned.store(false, std::memory_order_release);
+        if (mReferenceCount.fetch_sub(1, std::memory_order_acq_rel) <= 1)
+            Destroy();
     }
 
 protected:
-    explicit HostObject(Life life = Life::kCounted) noexcept : mLife(life) {}
+    explicit HostObject(Life life = Life::kCounted) noexcept : mOwned(life != Life::kCounted) {}
     virtual ~HostObject() = default;
+
+    /// Ends the object.
+    /// [any-thread]
+    virtual void Destroy() { delete this; }
 
 private:
     // By bytes, because nothing aligns an identifier that a plug-in passes in.
@@ -62,7 +77,17 @@ private:
     }
 
     std::atomic<Steinberg::int32> mReferenceCount{1};
-    Life const mLife;
+    std::atomic<bool> mOwned; ///< its end is not the count's alone
 };
+
+/// Holds an object of Life::kOwned.
+struct DisownObject {
+    template <class Object>
+    void operator()(Object* object) const noexcept {
+        object->Disown();
+    }
+};
+template <class Object>
+using OwnedObject = std::unique_ptr<Object, DisownObject>;
 
 } // namespace vynaudiofilterhost::vst3

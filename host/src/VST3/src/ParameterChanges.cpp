@@ -19,8 +19,9 @@ void ParameterChanges::SetMaxParameters(int count) {
         return;
     auto const wanted = static_cast<std::size_t>(count);
     mUsedCount = std::min<int32>(mUsedCount, count);
-    RebuildIndex(wanted);
     ReleaseQueuesFrom(wanted);
+    mRoom = 0; // what is set aside belongs to the index as it was
+    RebuildIndex(wanted);
     SetRoom(wanted - mPool.size());
 }
 
@@ -74,7 +75,7 @@ bool ParameterChanges::AppendUnplannedQueue() noexcept {
     try {
         if (mIndex.Room() == mPool.size())
             RebuildIndex(2 * mPool.size());
-        auto queue = std::make_unique<ParameterValueQueue>();
+        OwnedObject<ParameterValueQueue> queue(new ParameterValueQueue);
         mPool.push_back(queue.get());
         static_cast<void>(queue.release());
         return true;
@@ -85,7 +86,7 @@ bool ParameterChanges::AppendUnplannedQueue() noexcept {
 
 void ParameterChanges::ReleaseQueuesFrom(std::size_t first) noexcept {
     for (std::size_t i = first; i < mPool.size(); ++i)
-        mPool[i]->release();
+        mPool[i]->Disown();
     mPool.resize(std::min(first, mPool.size()));
 }
 

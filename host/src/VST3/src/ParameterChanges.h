@@ -19,7 +19,7 @@ namespace vynaudiofilterhost::vst3 {
 /// Life cycle: SetMaxParameters once the parameters are known; then, block by block, addParameterData by one side, the
 /// getters by the other, and Clear. A queue is made when it is first used, in memory that SetMaxParameters has set
 /// aside: parameters that never change cost nothing but addresses.
-/// Invariants: 1. the pool holds one reference on each queue; 2. its first getParameterCount() queues are in use, each
+/// Invariants: 1. the pool owns each queue; 2. its first getParameterCount() queues are in use, each
 /// for another parameter, in the order in which they were added; 3. the index knows exactly those, and has room for
 /// the whole pool, those not made yet included.
 class ParameterChanges final : public HostObject<Steinberg::Vst::IParameterChanges> {

@@ -25,12 +25,12 @@ constexpr std::size_t kQueueBytes = Aligned(sizeof(ParameterValueQueue));
 
 std::size_t const ParameterValueQueue::kBytes = kQueueBytes + Aligned(kParameterPointCapacity * sizeof(ParameterPoint));
 
-ParameterValueQueue::ParameterValueQueue() {
+ParameterValueQueue::ParameterValueQueue() : HostObject(Life::kOwned) {
     mPoints.reserve(kParameterPointCapacity);
 }
 
 ParameterValueQueue::ParameterValueQueue(std::shared_ptr<std::byte[]> block, ParameterPoint* slice)
-    : HostObject(Life::kEmbedded), mBlock(std::move(block)), mPoints(ParameterPointAllocator<ParameterPoint>(slice)) {
+    : HostObject(Life::kOwned), mBlock(std::move(block)), mPoints(ParameterPointAllocator<ParameterPoint>(slice)) {
     mPoints.reserve(kParameterPointCapacity);
 }
 
@@ -39,16 +39,14 @@ ParameterValueQueue* ParameterValueQueue::MakeIn(std::shared_ptr<std::byte[]> co
     return new (place) ParameterValueQueue(block, points);
 }
 
-Steinberg::uint32 PLUGIN_API ParameterValueQueue::release() {
-    if (!mBlock)
-        return HostObject::release();
-    Steinberg::uint32 const left = HostObject::release();
-    if (left == 0) {
-        // The block outlives the queue in it by this.
-        std::shared_ptr<std::byte[]> const block = mBlock;
-        this->~ParameterValueQueue();
+void ParameterValueQueue::Destroy() {
+    if (!mBlock) {
+        HostObject::Destroy();
+        return;
     }
-    return left;
+    // The block outlives the queue in it by this.
+    std::shared_ptr<std::byte[]> const block = mBlock;
+    this->~ParameterValueQueue();
 }
 
 void ParameterValueQueue::Assign(Steinberg::Vst::ParamID parameterID) {

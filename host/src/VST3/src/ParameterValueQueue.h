@@ -11,8 +11,8 @@
 
 namespace vynaudiofilterhost::vst3 {
 
-/// The values that one parameter takes within one block. Made by the pool of a ParameterChanges, which holds one
-/// reference; a plug-in may hold another and outlive the pool with it. It never clears itself between blocks: the pool
+/// The values that one parameter takes within one block. Made by the pool of a ParameterChanges, which owns it; a
+/// plug-in may hold a reference and outlive the pool with it. It never clears itself between blocks: the pool
 /// does, when it gives the queue out again.
 ///
 /// Invariant: the points stand in strictly ascending order of their offsets.
@@ -31,9 +31,6 @@ public:
     static ParameterValueQueue* MakeIn(std::shared_ptr<std::byte[]> const& block, std::byte* place) noexcept;
 
     ~ParameterValueQueue() override = default;
-
-    /// [any-thread]
-    Steinberg::uint32 PLUGIN_API release() override;
 
     /// Gives the queue to a parameter, without points.
     /// [process-thread | main-thread & suspended]
@@ -61,6 +58,8 @@ private:
     using Points = std::vector<ParameterPoint, ParameterPointAllocator<ParameterPoint>>;
 
     ParameterValueQueue(std::shared_ptr<std::byte[]> block, ParameterPoint* slice);
+
+    void Destroy() override;
 
     Points::iterator FindPlace(Steinberg::int32 sampleOffset);
 

@@ -2,6 +2,7 @@
 
 #include "vynaudiofilterhost/PluginCounts.h"
 
+#include <exception>
 #include <limits>
 
 namespace vynaudiofilterhost::vst3 {
@@ -74,12 +75,20 @@ void VST3AudioFilter::Deactivate() {
 }
 
 void VST3AudioFilter::Suspend() {
-    AudioFilter::Suspend();
+    std::exception_ptr failure;
+    try {
+        AudioFilter::Suspend();
+    } catch (...) {
+        // A message or a listener: the filter is suspended all the same, and so must the plug-in be.
+        failure = std::current_exception();
+    }
     if (mProcessing) {
-        mProcessor->setProcessing(false);
         mProcessing = false;
+        mProcessor->setProcessing(false);
     }
     Deactivate();
+    if (failure)
+        std::rethrow_exception(failure);
 }
 
 void VST3AudioFilter::ActivateBuses(BusDirection direction, Steinberg::Vst::BusType type) {

@@ -37,9 +37,9 @@ namespace vynaudiofilterhost::vst3 {
 /// code stays with the module cache. What a plug-in holds of the filter counts nothing: addRef and release always
 /// return 1.
 ///
-/// Threads: Process, SetCurrentOffset and ScheduleMIDIEvent belong to the process thread. A plug-in may call
-/// performEdit on any thread; restartComponent is honoured on the main thread alone. Everything else belongs to the
-/// main thread.
+/// Threads: Process, SetCurrentOffset and ScheduleMIDIEvent belong to the process thread, SetParameter to whoever has a
+/// message run there, else to the main thread. A plug-in may call performEdit on any thread; restartComponent is
+/// honoured on the main thread alone. Everything else belongs to the main thread.
 ///
 /// Invariants:
 /// 1. A constructed filter has a component, a processor and a controller.
@@ -145,6 +145,7 @@ public:
     bool WritePresetFile(PresetData const& preset, Bytes& bytes) const override;
     bool IsChunkWhole(PresetData const& preset) const override;
     bool WasChunkTaken() const override { return mChunkTaken; }
+    bool CanSelectFactoryPreset(int index) const override;
 
 protected:
     boost::intrusive_ptr<AudioFilter> Clone() const override;
@@ -152,12 +153,6 @@ protected:
     void OnUITimerTick() override;
 
 private:
-    /// Gives the filter's reference back; a plug-in may hold another one.
-    struct ReleaseEventList {
-        void operator()(VST3EventList* list) const noexcept { list->release(); }
-    };
-    using EventListPointer = std::unique_ptr<VST3EventList, ReleaseEventList>;
-
     static constexpr std::int32_t kMaxProcessBlock = 1024; ///< samples that the plug-in is given at once
     static constexpr std::int32_t kEventListSize = 2048;
     static constexpr Steinberg::Vst::ParamID kNoProgramChange = 0xFFFFFFFF;
@@ -200,6 +195,7 @@ private:
     bool SetComponentState(ChunkBytes chunk);
     bool SetControllerState(ChunkBytes state);
     std::int32_t ReadFactoryPresetCount() const;
+    std::int32_t ReadProgramSteps() const;
     bool FindRootUnit(Steinberg::Vst::UnitInfo& unit) const;
 
     // Parameters.
@@ -242,8 +238,8 @@ private:
     bool mProcessErrorTraced = false;
     VST3BusBuffers mInputBusBuffers;
     VST3BusBuffers mOutputBusBuffers;
-    EventListPointer mInputEvents;
-    EventListPointer mOutputEvents;
+    OwnedObject<VST3EventList> mInputEvents;
+    OwnedObject<VST3EventList> mOutputEvents;
     ParameterChanges mInputChanges{ParameterChanges::Life::kEmbedded};
     ParameterChanges mOutputChanges{ParameterChanges::Life::kEmbedded};
 

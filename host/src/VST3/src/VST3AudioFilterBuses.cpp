@@ -32,9 +32,9 @@ void VST3AudioFilter::BuildIOConfiguration() {
     mInputEvents.reset();
     mOutputEvents.reset();
     if (CountBuses(Steinberg::Vst::kEvent, Steinberg::Vst::kInput) > 0)
-        mInputEvents = EventListPointer(new VST3EventList(kEventListSize));
+        mInputEvents.reset(new VST3EventList(kEventListSize));
     if (CountBuses(Steinberg::Vst::kEvent, Steinberg::Vst::kOutput) > 0)
-        mOutputEvents = EventListPointer(new VST3EventList(kEventListSize));
+        mOutputEvents.reset(new VST3EventList(kEventListSize));
     if (!mCreated)
         return;
 

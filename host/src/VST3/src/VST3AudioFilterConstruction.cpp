@@ -168,13 +168,12 @@ void VST3AudioFilter::JoinProcessorAndController() {
 }
 
 void VST3AudioFilter::SendComponentStateToController() {
-    // On the heap, because a plug-in may keep a reference past the call.
-    PluginPointer const stream(new VST3MemoryStream);
-    if (mComponent->getState(stream.Get()) != kResultOk)
+    OwnedObject<VST3MemoryStream> const stream(new VST3MemoryStream);
+    if (mComponent->getState(stream.get()) != kResultOk)
         return;
     mChunkSize = kStateChunkHeader + stream->GetSize();
     stream->seek(0, Steinberg::IBStream::kIBSeekSet, nullptr);
-    mController->setComponentState(stream.Get());
+    mController->setComponentState(stream.get());
 }
 
 void VST3AudioFilter::Disconnect() {
@@ -192,7 +191,7 @@ void VST3AudioFilter::Disconnect() {
 void VST3AudioFilter::ReleasePlugin() {
     // From here on nobody listens to what the plug-in has to say.
     mParametersListed.store(false, std::memory_order_release);
-    mParameters.Clear();
+    mParameters.ForgetInfos();
     if (mVendorController)
         TraceStep("releasing vendor specific controller");
     Guarded([this] { ReleaseAndClear(mVendorController); });

@@ -16,7 +16,6 @@ using Steinberg::Vst::ParamID;
 using Steinberg::Vst::ParamValue;
 
 void VST3AudioFilter::BuildParameterList() {
-    mParameters.Clear();
     if (!mController)
         return;
     int32 const count = PlausibleCount(mController->getParameterCount(), kMaxParameters);
@@ -96,8 +95,12 @@ tresult VST3AudioFilter::beginEdit(ParamID id) {
 }
 
 tresult VST3AudioFilter::performEdit(ParamID id, ParamValue value) {
-    if (!mParametersListed.load(std::memory_order_acquire))
+    if (!std::isfinite(value))
         return kResultOk;
+    if (!mParametersListed.load(std::memory_order_acquire)) {
+        SendEditToController(id, value);
+        return kResultOk;
+    }
     if (int const index = FindParameterIndex(id); index >= 0)
         GetAutomatedParameterChangeSignal()(index, static_cast<float>(value));
     mInputPoints.PushPoint(id, value, 0);
@@ -107,7 +110,7 @@ tresult VST3AudioFilter::performEdit(ParamID id, ParamValue value) {
 
 void VST3AudioFilter::SendEditToController(ParamID id, ParamValue value) {
     // A controller that reports an edit whenever it is set, and never holds what it was given, would go on for ever.
-    constexpr int kMaxDepth = 8;
+    constexpr int kMaxDepth = 32;
     thread_local int depth = 0;
     struct Deeper {
         Deeper() { ++depth; }

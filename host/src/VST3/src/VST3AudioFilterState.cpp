@@ -19,19 +19,18 @@ using Steinberg::Vst::UnitInfo;
 
 namespace {
 
-// On the heap, because a plug-in may keep a reference past the call.
-using StreamPointer = PluginPointer<VST3MemoryStream>;
+// A plug-in may keep a reference past the call.
+using StreamPointer = OwnedObject<VST3MemoryStream>;
 
-// Half a state is none.
+// A part of a state is none.
 template <class Object>
 void ReadState(Object& object, VST3MemoryStream& stream) {
-    if (object.getState(&stream) != kResultOk)
+    if (object.getState(&stream) != kResultOk || stream.HasOverflowed())
         stream.SetSize(0);
 }
 
-// Plug-ins without anything of their own to restore say that they lack the operation.
-bool IsTaken(Steinberg::tresult result) {
-    return result == kResultOk || result == Steinberg::kNotImplemented;
+bool IsUsable(VST3States const& states) {
+    return states.whole && (!states.component.empty() || !states.controller.empty());
 }
 
 } // namespace
@@ -47,9 +46,9 @@ bool VST3AudioFilter::SaveChunkData(PresetData& preset) const {
     StreamPointer const component(new VST3MemoryStream(ChunkBytes(kStateChunkHeader), kStateChunkHeader));
     StreamPointer const controller(new VST3MemoryStream);
     component->Reserve(mChunkSize);
-    ReadState(*mComponent, *component.Get());
+    ReadState(*mComponent, *component);
     if (mController)
-        ReadState(*mController, *controller.Get());
+        ReadState(*mController, *controller);
     if (component->GetSize() == 0 && controller->GetSize() == 0)
         return true;
     mChunkSize = kStateChunkHeader + component->GetSize() + controller->GetSize();
@@ -84,14 +83,18 @@ bool VST3AudioFilter::LoadChunkData(PresetData const& preset) {
 // The controller hears of the component's state ahead of its own.
 bool VST3AudioFilter::SetComponentState(ChunkBytes chunk) {
     StreamPointer const stream(new VST3MemoryStream(std::move(chunk), kStateChunkHeader));
-    bool const taken = IsTaken(mComponent->setState(stream.Get()));
+    bool const taken = mComponent->setState(stream.get()) == kResultOk;
     stream->seek(0, Steinberg::IBStream::kIBSeekSet, nullptr);
-    return (!mController || IsTaken(mController->setComponentState(stream.Get()))) && taken;
+    if (!mController)
+        return taken;
+    // A controller that makes nothing of the component's state says that it lacks the operation.
+    Steinberg::tresult const heard = mController->setComponentState(stream.get());
+    return taken && (heard == kResultOk || heard == Steinberg::kNotImplemented);
 }
 
 bool VST3AudioFilter::SetControllerState(ChunkBytes state) {
-    StreamPointer const stream(new VST3MemoryStream(std::move(state), 0));
-    return IsTaken(mController->setState(stream.Get()));
+    OwnedObject<VST3MemoryStream> const stream(new VST3MemoryStream(std::move(state), 0));
+    return mController->setState(stream.get()) == kResultOk;
 }
 
 AudioFilter::UString VST3AudioFilter::GetPresetFileExtension() const {
@@ -126,9 +129,9 @@ bool VST3AudioFilter::WritePresetFile(PresetData const& preset, Bytes& bytes) co
     if (preset.GetPresetType() != PresetData::kPresetTypeChunkData || !preset.GetChunkData(chunk))
         return false;
     VST3PresetContent const content{PresetClassID(mClassID), SplitStateChunk(chunk)};
-    if (content.states.whole)
+    if (IsUsable(content.states))
         bytes = MakeVST3PresetFile(content);
-    return content.states.whole;
+    return IsUsable(content.states);
 }
 
 bool VST3AudioFilter::IsChunkWhole(PresetData const& preset) const {
@@ -171,22 +174,32 @@ AudioFilter::UString VST3AudioFilter::GetFactoryPresetName(int index) {
     std::memset(&list, 0, sizeof list);
     if (!mUnitInfo || mUnitInfo->getProgramListInfo(0, list) != kResultOk)
         return UString();
+    if (index < 0 || index >= PlausibleCount(list.programCount, kMaxPrograms))
+        return UString();
     Steinberg::Vst::String128 name{};
     if (mUnitInfo->getProgramName(list.id, index, name) != kResultOk)
         return UString();
     return UString(TextOf(name));
 }
 
-void VST3AudioFilter::SetFactoryPreset(int index) {
+std::int32_t VST3AudioFilter::ReadProgramSteps() const {
     if (!mController || mProgramChangeParameterID == kNoProgramChange)
-        return;
+        return 0;
     Steinberg::Vst::ParameterInfo info;
     std::memset(&info, 0, sizeof info);
-    if (mController->getParameterInfo(mProgramChangeParameterIndex, info) != kResultOk)
+    return mController->getParameterInfo(mProgramChangeParameterIndex, info) == kResultOk ? info.stepCount : 0;
+}
+
+bool VST3AudioFilter::CanSelectFactoryPreset(int index) const {
+    std::int32_t const steps = ReadProgramSteps();
+    return steps > 0 && index >= 0 && index <= steps;
+}
+
+void VST3AudioFilter::SetFactoryPreset(int index) {
+    std::int32_t const steps = ReadProgramSteps();
+    if (steps < 1 || index < 0 || index > steps)
         return;
-    if (info.stepCount < 1 || index < 0 || index > info.stepCount)
-        return;
-    double const value = static_cast<double>(index) / info.stepCount;
+    double const value = static_cast<double>(index) / steps;
     mController->setParamNormalized(mProgramChangeParameterID, value);
     mInputPoints.PushPoint(mProgramChangeParameterID, value, 0);
 }

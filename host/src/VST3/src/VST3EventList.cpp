@@ -8,7 +8,8 @@ namespace vynaudiofilterhost::vst3 {
 using Steinberg::int32;
 using Steinberg::tresult;
 
-VST3EventList::VST3EventList(int capacity) : mEvents(static_cast<std::size_t>(std::max(capacity, 0))) {}
+VST3EventList::VST3EventList(int capacity)
+    : HostObject(Life::kOwned), mEvents(static_cast<std::size_t>(std::max(capacity, 0))) {}
 
 int32 PLUGIN_API VST3EventList::getEventCount() {
     return mCount;

@@ -31,7 +31,7 @@ void Report(int32* target, int32 count) {
 
 tresult PLUGIN_API VST3MemoryStream::read(void* buffer, int32 numBytes, int32* numBytesRead) {
     Report(numBytesRead, 0);
-    if (!buffer)
+    if (!buffer && numBytes > 0)
         return Steinberg::kInvalidArgument;
     auto const size = static_cast<int64>(GetSize());
     if (mCursor >= size)
@@ -56,8 +56,10 @@ tresult PLUGIN_API VST3MemoryStream::write(void* buffer, int32 numBytes, int32* 
     auto const* const bytes = static_cast<unsigned char const*>(buffer);
     int64 const end = AddSaturated(mCursor, numBytes);
     // The gap is filled, and what stood behind the cursor goes; the bytes themselves are written once.
-    if (!Grow(static_cast<std::size_t>(end)) || !SetSize(static_cast<std::size_t>(mCursor)))
+    if (!Grow(static_cast<std::size_t>(end)) || !SetSize(static_cast<std::size_t>(mCursor))) {
+        mOverflowed = true;
         return Steinberg::kOutOfMemory;
+    }
     mBytes.insert(mBytes.end(), bytes, bytes + numBytes);
     mCursor = end;
     Report(numBytesWritten, numBytes);
@@ -100,7 +102,7 @@ bool VST3MemoryStream::SetSize(std::size_t size) {
 bool VST3MemoryStream::Grow(std::size_t size) {
     if (size > kMaxSize)
         return false;
-    return mHead + size <= mBytes.capacity() || Reserve(std::min(2 * size, kMaxSize));
+    return mHead + size <= mBytes.capacity() || Reserve(std::min(2 * size, kMaxSize)) || Reserve(size);
 }
 
 bool VST3MemoryStream::Reserve(std::size_t size) {

@@ -11,8 +11,8 @@
 
 namespace vynaudiofilterhost::vst3 {
 
-/// Bytes in memory that a plug-in writes its state to or reads it from. It lives on the stack of the operation that
-/// uses it, and no longer. The cursor may stand anywhere, behind the end or before the start; what matters is checked
+/// Bytes in memory that a plug-in writes its state to or reads it from, owned by the operation that uses it; a plug-in
+/// may hold it longer. The cursor may stand anywhere, behind the end or before the start; what matters is checked
 /// where bytes move, so that no position and no count of a plug-in leads out of bounds.
 ///
 /// Invariant: never more than kMaxSize bytes, but for what it was made of.
@@ -22,17 +22,18 @@ public:
 
     using Bytes = std::vector<unsigned char>;
 
-    VST3MemoryStream() = default;
+    VST3MemoryStream() : HostObject(Life::kOwned) {}
 
     /// A stream whose bytes are those of `bytes` behind the first `head`, which it keeps for TakeBytes. `head` is at
     /// most their number.
-    VST3MemoryStream(Bytes bytes, std::size_t head) noexcept : mBytes(std::move(bytes)), mHead(head) {}
+    VST3MemoryStream(Bytes bytes, std::size_t head) noexcept
+        : HostObject(Life::kOwned), mBytes(std::move(bytes)), mHead(head) {}
 
     ~VST3MemoryStream() override = default;
 
     /// Copies `numBytes` bytes from the cursor, or what remains; `numBytesRead`, unless null, gets the count. With
-    /// nothing left the cursor moves to the end. Nothing is read before the start or for a negative count. Gives
-    /// kResultOk, and kInvalidArgument for a null buffer.
+    /// nothing left the cursor moves to the end. Nothing is read before the start or for a count below 1. Gives
+    /// kResultOk, and kInvalidArgument for a null buffer when there would be something to read.
     /// [any-thread]
     Steinberg::tresult PLUGIN_API read(void* buffer, Steinberg::int32 numBytes,
                                        Steinberg::int32* numBytesRead) override;
@@ -73,6 +74,10 @@ public:
     /// [any-thread]
     bool Reserve(std::size_t size);
 
+    /// Whether a write was refused for want of room or memory: what is there then is not all.
+    /// [any-thread]
+    bool HasOverflowed() const noexcept { return mOverflowed; }
+
     /// Cuts the bytes off at `size`, or fills up with zeros; the cursor stays. False, with nothing changed, when that
     /// exceeds kMaxSize or memory.
     /// [any-thread]
@@ -84,6 +89,7 @@ private:
     Bytes mBytes; ///< with the head
     std::size_t mHead = 0;
     Steinberg::int64 mCursor = 0;
+    bool mOverflowed = false;
 };
 
 } // namespace vynaudiofilterhost::vst3

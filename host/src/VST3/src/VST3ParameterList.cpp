@@ -41,10 +41,6 @@ void VST3ParameterList::Finish() {
     std::ranges::stable_sort(mIndexesByID, {}, [this](std::uint32_t index) { return mShown[index].id; });
 }
 
-void VST3ParameterList::Clear() {
-    *this = VST3ParameterList();
-}
-
 std::int32_t VST3ParameterList::FindIndex(ParamID id) const noexcept {
     // Most plug-ins number their parameters from 0 without a gap.
     if (id < mShown.size() && mIndexesByID.empty() && mShown[id].id == id && (id == 0 || mShown[id - 1].id != id))

@@ -36,9 +36,9 @@ public:
     /// [main-thread]
     void Finish();
 
-    /// Forgets everything.
+    /// Lets go of the descriptions, which hold the controller. A plug-in may look for indexes meanwhile.
     /// [main-thread]
-    void Clear();
+    void ForgetInfos() { mInfos.clear(); }
 
     /// All IDs, in the controller's order.
     /// [any-thread]

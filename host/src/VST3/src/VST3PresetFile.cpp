@@ -59,12 +59,6 @@ struct Entry {
     Span content;
 };
 
-bool ReadEntry(Span file, Span bytes, Entry& entry) {
-    entry.name = TextAt(bytes, 0, kNameBytes);
-    return FindPart(file, ReadLittleEndian<std::uint64_t>(bytes.subspan(kNameBytes)),
-                    ReadLittleEndian<std::uint64_t>(bytes.subspan(kNameBytes + 8)), entry.content);
-}
-
 // The entries' own bytes.
 bool FindEntries(Span file, Span& entries) {
     Span list;
@@ -82,13 +76,14 @@ char const* ReadStates(Span file, VST3States& states) {
     bool component = false;
     bool controller = false;
     for (; !entries.empty(); entries = entries.subspan(kEntryBytes)) {
-        Entry entry;
-        if (!ReadEntry(file, entries, entry))
+        std::string_view const name = TextAt(entries, 0, kNameBytes);
+        Span* const wanted = name == kComponentName && !std::exchange(component, true)     ? &states.component
+                             : name == kControllerName && !std::exchange(controller, true) ? &states.controller
+                                                                                           : nullptr;
+        auto const place = ReadLittleEndian<std::uint64_t>(entries.subspan(kNameBytes));
+        auto const size = ReadLittleEndian<std::uint64_t>(entries.subspan(kNameBytes + 8));
+        if (wanted && !FindPart(file, place, size, *wanted))
             return "it is cut short: a chunk does not lie within the file";
-        if (entry.name == kComponentName && !std::exchange(component, true))
-            states.component = entry.content;
-        else if (entry.name == kControllerName && !std::exchange(controller, true))
-            states.controller = entry.content;
     }
     states.whole = component || controller;
     return states.whole ? nullptr : "it holds no state of a plug-in";
@@ -132,7 +127,7 @@ ChunkBytes MakeVST3PresetFile(VST3PresetContent const& content) {
     std::uint32_t count = 0;
     for (auto const& [name, state] :
          {Entry{kComponentName, content.states.component}, Entry{kControllerName, content.states.controller}}) {
-        if (state.empty())
+        if (state.empty() && name != kComponentName)
             continue;
         AppendEntry(list, name, file.size(), state.size());
         file.insert(file.end(), state.begin(), state.end());

@@ -29,7 +29,8 @@ bool IsVST3PresetFile(std::span<unsigned char const> bytes);
 /// [any-thread]
 char const* ParseVST3PresetFile(std::span<unsigned char const> bytes, VST3PresetContent& content);
 
-/// The bytes of a preset file. A state that is empty is left out.
+/// The bytes of a preset file. The component's state is always there, since some hosts insist on it; a controller's
+/// that is empty is left out.
 /// [any-thread]
 ChunkBytes MakeVST3PresetFile(VST3PresetContent const& content);
 
