@@ -2,9 +2,12 @@
 
 #include "vynhost/AutomationJSON.h"
 #include "vynhost/CSVReader.h"
+#include "vynhost/FoldedText.h"
 #include "vynhost/InputFile.h"
 #include "vynhost/NumberText.h"
 
+#include <algorithm>
+#include <array>
 #include <stdexcept>
 #include <string_view>
 #include <utility>
@@ -18,6 +21,8 @@ constexpr std::size_t kMostEntries = 1'000'000;
 
 // Nearly four months; no audio file is longer.
 constexpr double kMostSeconds = 1e7;
+
+constexpr std::array<char const*, 3> kHeader{"seconds", "parameter", "value"};
 
 } // namespace
 
@@ -36,11 +41,10 @@ AutomationFile::AutomationFile(std::string path) : mPath(std::move(path)) {
 }
 
 void AutomationFile::ReadLines(std::string_view text) {
-    std::vector<std::string> const kHeader{"seconds", "parameter", "value"};
     CSVReader reader(text);
     for (bool first = true; reader.Next(); first = false) {
         std::vector<std::string> const& fields = reader.GetFields();
-        if (first && fields == kHeader)
+        if (first && std::ranges::equal(fields, kHeader, {}, Fold, Fold))
             continue;
         if (fields.size() != kHeader.size())
             throw std::runtime_error(DescribePlace(reader.GetLine()) + "there are " + std::to_string(fields.size()) +

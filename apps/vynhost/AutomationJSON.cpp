@@ -87,6 +87,9 @@ private:
 } // namespace
 
 void ReadAutomationJSON(std::string_view text, AutomationEntryTaker const& take) {
+    // The parser takes it for the end.
+    if (text.find('\0') != std::string_view::npos)
+        throw std::runtime_error("is no JSON document: there is a zero byte in it");
     EntryWatch watch(take);
     try {
         // What comes out is an array without its entries.

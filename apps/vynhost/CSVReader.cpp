@@ -28,7 +28,8 @@ bool CSVReader::Next() {
 bool CSVReader::SkipLine() {
     std::size_t const end = std::min(mText.find('\n', mPlace), mText.size());
     std::string_view const line = mText.substr(std::min(mPlace, end), end - mPlace);
-    if (IsAtEnd() || (!TrimBlanks(line).empty() && !line.starts_with('#')))
+    std::string_view const content = TrimBlanks(line);
+    if (IsAtEnd() || (!content.empty() && !content.starts_with('#')))
         return false;
     mLine += end < mText.size() ? 1 : 0;
     mPlace = std::min(end + 1, mText.size());

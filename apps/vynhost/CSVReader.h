@@ -9,7 +9,8 @@ namespace vynhost {
 
 /// Takes a text of comma-separated values apart, a record at a time. A field in quotation marks may hold commas, line
 /// breaks and doubled quotation marks; blanks around fields don't count. Lines without anything on them and lines that
-/// begin with "#" are passed over. Lines end with a line feed, with or without a carriage return in front.
+/// begin with "#", blanks aside, are passed over. Lines end with a line feed, with or without a carriage return in
+/// front.
 class CSVReader {
 public:
     /// @param text  must outlive the object

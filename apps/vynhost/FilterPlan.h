@@ -24,7 +24,8 @@ struct FilterPlan {
 };
 
 /// Gives the filter the state that is asked for, and finds the presets, parameters and values. Throws CommandError for
-/// what can't be found, and what the plug-in throws.
+/// what can't be found, std::runtime_error for a preset that can't be selected, and what the plug-in throws.
+/// @param filter      set up for the rendering's rate and block size: the values that it takes may depend on them
 /// @param sampleRate  of the rendering, in hertz
 /// [main-thread & suspended]
 FilterPlan MakeFilterPlan(vynaudiofilterhost::AudioFilter& filter, RenderRequest const& request,

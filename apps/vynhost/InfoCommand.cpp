@@ -1,16 +1,13 @@
 #include "vynhost/InfoCommand.h"
 
 #include "vynhost/InfoReport.h"
-#include "vynhost/PluginCall.h"
-#include "vynhost/PluginSelection.h"
-#include "vynhost/Session.h"
+#include "vynhost/PluginQuery.h"
 
 namespace vynhost {
 
 std::string RunInfo(PluginRequest const& request) {
-    Session const session;
-    return CallPlugin(ExitStatus::kPluginRefused, request.modulePath, [&] {
-        PluginFacts const facts = GatherFacts(PluginSelection(request.modulePath, request.classID));
+    return AskPlugin(request, [&](PluginSelection const& plugin) {
+        PluginFacts const facts = GatherFacts(plugin);
         return request.json ? FormatJSON(facts) : FormatTable(facts);
     });
 }

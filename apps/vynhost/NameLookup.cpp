@@ -1,9 +1,9 @@
 #include "vynhost/NameLookup.h"
 
 #include "vynhost/CommandError.h"
+#include "vynhost/FoldedText.h"
+#include "vynhost/ListText.h"
 #include "vynhost/NumberText.h"
-
-#include "vyncore/strings/StringUtils.h"
 
 #include <algorithm>
 #include <charconv>
@@ -13,15 +13,6 @@
 #include <utility>
 
 namespace vynhost {
-
-namespace {
-
-std::string Fold(std::string const& text) {
-    using namespace vyncore::string;
-    return UTF16to8(UpperCase(UTF8to16(TrimBlanks(text))));
-}
-
-} // namespace
 
 NameLookup::NameLookup(std::string kind, std::vector<std::string> names)
     : mKind(std::move(kind)), mNames(std::move(names)) {
@@ -47,14 +38,16 @@ int NameLookup::FindByIndex(std::string const& text) const {
 }
 
 int NameLookup::Find(std::string const& nameOrIndex) const {
+    if (TrimBlanks(nameOrIndex).empty())
+        throw CommandError::WrongUsage("a " + mKind + " is chosen by its name or its index");
     std::vector<int> const found = FindByName(nameOrIndex);
     if (found.size() == 1)
         return found.front();
+    if (int const index = FindByIndex(nameOrIndex); index >= 0)
+        return index;
     if (found.size() > 1)
         throw CommandError::WrongUsage('"' + nameOrIndex + "\" is the name of several " + mKind +
                                        "s, choose one by its index: " + List(found));
-    if (int const index = FindByIndex(nameOrIndex); index >= 0)
-        return index;
     throw CommandError::WrongUsage(
         "there is no " + mKind + " \"" + nameOrIndex + '"' +
         (mNames.empty() ? ": the plug-in has none" : "; choose from " + List(FindSimilar(nameOrIndex))));
@@ -72,15 +65,10 @@ std::vector<int> NameLookup::FindSimilar(std::string const& text) const {
 }
 
 std::string NameLookup::List(std::vector<int> const& indices) const {
-    constexpr std::size_t kMostListed = 20;
-    std::size_t const listed = std::min(indices.size(), kMostListed);
-    std::string list;
-    for (std::size_t i = 0; i < listed; ++i)
-        list += (i == 0 ? "" : ", ") + std::to_string(indices[i]) + " \"" +
-                mNames[static_cast<std::size_t>(indices[i])] + '"';
-    if (listed < indices.size())
-        list += " and " + std::to_string(indices.size() - listed) + " more";
-    return list;
+    std::vector<std::string> texts;
+    for (int const index : indices)
+        texts.push_back(std::to_string(index) + " \"" + mNames[static_cast<std::size_t>(index)] + '"');
+    return ListTexts(texts);
 }
 
 } // namespace vynhost

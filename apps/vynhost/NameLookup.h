@@ -16,8 +16,9 @@ public:
     /// [any-thread]
     NameLookup(std::string kind, std::vector<std::string> names);
 
-    /// The one thing that bears the name, else the one whose index the text is. Throws CommandError (wrong usage), with
-    /// the names to choose from, when there is none or there are several.
+    /// The one thing that bears the name; when none or several do, the one whose index the text is. Throws CommandError
+    /// (wrong usage), with the names to choose from, when there is none or there are several, and when nothing but
+    /// blanks is in the text.
     /// [any-thread]
     int Find(std::string const& nameOrIndex) const;
 

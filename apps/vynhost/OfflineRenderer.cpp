@@ -129,9 +129,9 @@ RenderOutcome OfflineRenderer::Run(Source const& source, Sink const& sink) {
     return Conclude();
 }
 
-// The tail is asked for when the source runs out, since it may depend on what went before.
+// The tail is asked for when all of the source has gone in, since it may depend on what went before.
 std::int64_t OfflineRenderer::GetEnd() {
-    if (!mTail && mPosition + mBlockSize < mSetup.samples)
+    if (mPosition < mSetup.samples)
         return mSetup.samples;
     if (!mTail)
         mTail = ReadTail();

@@ -57,7 +57,8 @@ struct RenderOutcome {
 /// around it, by the latency that it says when it is resumed; for one that is given another latency and learns it only
 /// from audio, a block of silence comes first.
 ///
-/// Blocks end where the automation has something to set, so that what is heard doesn't depend on the block size.
+/// Blocks end where the automation has something to set, and where the source ends. So what is heard doesn't depend on
+/// the block size, as far as the filter's own work doesn't.
 class OfflineRenderer {
 public:
     /// Fills channels[channel][sample] with the next samples of the source: the file's channels, those of the side

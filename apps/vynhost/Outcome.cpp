@@ -1,6 +1,7 @@
 #include "vynhost/Outcome.h"
 
 #include "vynhost/JSONText.h"
+#include "vynhost/OneLine.h"
 
 #include "os/Console.h"
 
@@ -12,7 +13,7 @@ namespace vynhost {
 namespace {
 
 void PrintError(std::string const& line) {
-    std::fprintf(stderr, "vynhost: %s\n", line.c_str());
+    std::fprintf(stderr, "vynhost: %s\n", OnOneLine(line).c_str());
 }
 
 ExitStatus ReportFailure(CommandError const& error, bool json) {

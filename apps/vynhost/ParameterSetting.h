@@ -11,7 +11,7 @@ struct ParameterSetting {
     std::string value;
 };
 
-/// Takes "NAME=VALUE" apart, at the last "=". Throws CommandError (wrong usage) when there is none.
+/// Takes "NAME=VALUE" apart, at the last "=". Throws CommandError (wrong usage) when there is none, or no name.
 /// [any-thread]
 ParameterSetting ParseParameterSetting(std::string_view text);
 

@@ -4,7 +4,6 @@
 #include "vyncore/strings/StringUtils.h"
 
 #include <stdexcept>
-#include <vector>
 
 namespace vynhost {
 
@@ -25,6 +24,22 @@ std::vector<std::string> ReadNames(AudioFilter& filter) {
 } // namespace
 
 ParameterTable::ParameterTable(AudioFilter& filter) : mFilter(filter), mNames("parameter", ReadNames(filter)) {}
+
+std::pair<int, ParameterValue> ParameterTable::Read(std::string const& nameOrIndex, std::string const& value) {
+    int const parameter = mNames.Find(nameOrIndex);
+    ParameterValue const read = GetScale(parameter).Read(value);
+    Note(parameter, value, read);
+    return {parameter, read};
+}
+
+void ParameterTable::Note(int parameter, std::string const& text, ParameterValue const& value) {
+    ParameterScale const& scale = GetScale(parameter);
+    if (mRead.insert(parameter).second && !scale.CanBeAutomated())
+        mNotes.push_back('"' + scale.GetName() + "\" is not automatable: the plug-in may not heed its values");
+    if (value.betweenSteps && mMoved.insert(parameter).second)
+        mNotes.push_back('"' + scale.GetName() + "\" goes in steps, values become the nearest: " + text + " became " +
+                         scale.Describe(value.normalized));
+}
 
 ParameterScale const& ParameterTable::GetScale(int parameter) {
     if (auto const known = mScales.find(parameter); known != mScales.end())

@@ -4,7 +4,10 @@
 #include "vynhost/ParameterScale.h"
 
 #include <map>
+#include <set>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace vynaudiofilterhost {
 class AudioFilter;
@@ -19,18 +22,28 @@ public:
     /// [main-thread]
     explicit ParameterTable(vynaudiofilterhost::AudioFilter& filter);
 
-    /// The index of the parameter; NameLookup::Find.
+    /// Finds the parameter and the value; NameLookup::Find and ParameterScale::Read. What a user should know of it is
+    /// kept for GetNotes.
     /// [main-thread]
-    int Find(std::string const& nameOrIndex) const { return mNames.Find(nameOrIndex); }
+    std::pair<int, ParameterValue> Read(std::string const& nameOrIndex, std::string const& value);
+
+    /// Of each parameter at most one of a kind.
+    /// [main-thread]
+    std::vector<std::string> const& GetNotes() const noexcept { return mNotes; }
 
     /// Throws std::runtime_error when the filter tells nothing of the parameter.
     /// [main-thread]
     ParameterScale const& GetScale(int parameter);
 
 private:
+    void Note(int parameter, std::string const& text, ParameterValue const& value);
+
     vynaudiofilterhost::AudioFilter& mFilter;
     NameLookup mNames;
     std::map<int, ParameterScale> mScales; ///< of the parameters that were asked for
+    std::set<int> mRead;                   ///< that have been read
+    std::set<int> mMoved;                  ///< of which a value between steps has been read
+    std::vector<std::string> mNotes;
 };
 
 } // namespace vynhost

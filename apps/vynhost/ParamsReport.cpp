@@ -16,10 +16,9 @@ std::string ValueText(ParameterFacts const& facts) {
 }
 
 std::string RemarkText(ParameterFacts const& facts) {
-    std::string remark = facts.exposed ? "" : "hidden";
-    if (!facts.automatable)
-        remark += remark.empty() ? "not automatable" : ", not automatable";
-    return remark;
+    if (!facts.exposed)
+        return facts.automatable ? "hidden" : "internal";
+    return facts.automatable ? "" : "not automatable";
 }
 
 } // namespace

@@ -11,7 +11,8 @@ namespace vynhost {
 /// [any-thread]
 std::string FormatJSON(std::vector<ParameterFacts> const& parameters);
 
-/// A table for a person, a row for each parameter, under a title.
+/// A table for a person, a row for each parameter, under a title. A parameter that is hidden and not automatable is
+/// called internal there.
 /// [any-thread]
 std::string FormatTable(std::string const& title, std::vector<ParameterFacts> const& parameters);
 

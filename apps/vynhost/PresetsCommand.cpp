@@ -3,13 +3,8 @@
 #include "vynhost/ColumnTable.h"
 #include "vynhost/JSONText.h"
 #include "vynhost/OneLine.h"
-#include "vynhost/PluginCall.h"
-#include "vynhost/PluginSelection.h"
+#include "vynhost/PluginQuery.h"
 #include "vynhost/PresetNames.h"
-#include "vynhost/Session.h"
-
-#include "vynaudiofilterhost/AudioFilter.h"
-#include "vyncore/strings/StringUtils.h"
 
 #include <vector>
 
@@ -36,14 +31,10 @@ std::string FormatTable(std::string const& title, std::vector<std::string> const
 } // namespace
 
 std::string RunPresets(PluginRequest const& request) {
-    Session const session;
-    return CallPlugin(ExitStatus::kPluginRefused, request.modulePath, [&] {
-        using vyncore::string::UTF16to8;
-        PluginSelection const plugin(request.modulePath, request.classID);
+    return AskPlugin(request, [&](PluginSelection const& plugin) {
         auto const filter = plugin.CreateFilter();
         std::vector<std::string> const names = ReadPresetNames(*filter);
-        std::string const title = UTF16to8(filter->GetDisplayName()) + "  " + UTF16to8(filter->GetID());
-        return request.json ? FormatJSON(names) : FormatTable(title, names);
+        return request.json ? FormatJSON(names) : FormatTable(GetTitle(*filter), names);
     });
 }
 

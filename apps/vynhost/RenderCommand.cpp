@@ -2,6 +2,7 @@
 
 #include "vynhost/AutomationFile.h"
 #include "vynhost/CommandError.h"
+#include "vynhost/OutputPaths.h"
 #include "vynhost/PluginCall.h"
 #include "vynhost/PluginSelection.h"
 #include "vynhost/RenderPass.h"
@@ -10,50 +11,21 @@
 
 #include "vynaudiofilterhost/AudioFilter.h"
 
+#include "os/FileRemovalOnSignals.h"
 #include "os/ReplacementFile.h"
 
-#include <filesystem>
 #include <optional>
 #include <stdexcept>
-#include <system_error>
-#include <vector>
 
 namespace vynhost {
 
 namespace {
 
-// Also of files that are not there yet.
-bool AreSameFile(std::string const& path, std::string const& other) {
-    namespace fs = std::filesystem;
-    std::error_code error;
-    if (fs::equivalent(path, other, error))
-        return true;
-    fs::path const canonical = fs::weakly_canonical(fs::absolute(path, error), error);
-    return !error && canonical == fs::weakly_canonical(fs::absolute(other, error), error) && !error;
-}
-
-void CheckPath(std::string const& path, std::vector<std::string> const& others, char const* conflict) {
-    for (std::string const& other : others) {
-        if (!other.empty() && AreSameFile(path, other))
-            throw CommandError(ExitStatus::kWrongUsage, CommandError::Subject::kFile, path, conflict);
-    }
-}
-
-void CheckPaths(RenderRequest const& request) {
-    std::vector<std::string> inputs{request.inputPath, request.sideChainPath.value_or(""), request.modulePath,
-                                    request.automationPath.value_or("")};
-    if (request.saveStatePath) {
-        CheckPath(*request.saveStatePath, inputs, "is the input as well as the saved state");
-        CheckPath(*request.saveStatePath, {request.outputPath}, "is the output as well as the saved state");
-    }
-    inputs.push_back(request.statePath.value_or(""));
-    CheckPath(request.outputPath, inputs, "is the input as well as the output");
-}
-
 // Better told before the work than behind it.
 void CheckWritable(std::string const& path) {
     try {
-        os::ReplacementFile const trial(path);
+        std::optional<os::FileRemovalOnSignals> removal;
+        os::ReplacementFile const trial(path, [&](std::string const& temporary) { removal.emplace(temporary); });
     } catch (std::runtime_error const& error) {
         throw CommandError::OfFile(path, error.what());
     }
@@ -95,7 +67,7 @@ RenderReport Render(RenderRequest const& request, AutomationFile const& automati
 } // namespace
 
 std::string RunRender(RenderRequest const& request) {
-    CheckPaths(request);
+    CheckOutputPaths(request);
     // A bad file shows before any plug-in is loaded.
     AudioFileReader const input(request.inputPath);
     if (request.sideChainPath)

@@ -20,6 +20,14 @@ std::optional<SideChainFile> OpenSideChain(RenderRequest const& request, AudioFo
     return std::optional<SideChainFile>(std::in_place, *request.sideChainPath, main);
 }
 
+// Ahead of the plan: what a value means, the range of a frequency for one, may depend on the rate.
+boost::intrusive_ptr<vynaudiofilterhost::AudioFilter>
+SetUp(boost::intrusive_ptr<vynaudiofilterhost::AudioFilter> filter, AudioFormat const& format, int blockSize) {
+    filter->SetSampleRate(static_cast<float>(format.sampleRate));
+    filter->SetBlockSize(blockSize);
+    return filter;
+}
+
 void Measure(LevelMeter& meter, float* const* channels, int channelCount, int samples) {
     for (float* channel : std::span(channels, static_cast<std::size_t>(channelCount)))
         meter.Add({channel, static_cast<std::size_t>(samples)});
@@ -32,7 +40,7 @@ RenderPass::RenderPass(RenderRequest const& request, AutomationFile const& autom
     : mRequest(request),
       mReader(request.inputPath),
       mSideChain(OpenSideChain(request, mReader.GetFormat())),
-      mFilter(std::move(filter)),
+      mFilter(SetUp(std::move(filter), mReader.GetFormat(), request.blockSize)),
       mPlan(MakeFilterPlan(*mFilter, request, automation, mReader.GetFormat().sampleRate)),
       mSavedState(request.saveStatePath),
       mRenderer(*mFilter, MakeSetup(latency)),

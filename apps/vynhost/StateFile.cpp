@@ -16,7 +16,6 @@
 #include <cmath>
 #include <filesystem>
 #include <list>
-#include <span>
 #include <stdexcept>
 #include <string_view>
 
@@ -68,28 +67,29 @@ void StateFile::Fail(std::string text) const {
     throw CommandError::OfFile(mPath, std::move(text));
 }
 
-std::vector<std::string> StateFile::Load(AudioFilter& filter) const {
+void StateFile::Read(AudioFilter const& filter) {
     std::string bytes = ReadInputFile(mPath, vyncore::proplist::utils::kMostFileBytes);
+    mPreset = std::make_shared<PropList>();
     IPresetExchange const* const exchange = FindExchange(filter);
-    PropList list;
-    PresetData preset(list);
-    UString reason;
-    if (!exchange || !exchange->IsPresetFile(AsBytes(bytes)))
-        LoadList(filter, std::move(bytes), list);
-    else if (!exchange->ReadPresetFile(AsBytes(bytes), preset, reason))
-        Fail("cannot be used: " + UTF16to8(reason));
+    if (exchange && exchange->IsPresetFile(AsBytes(bytes)))
+        ReadForeign(*exchange, AsBytes(bytes));
+    else
+        ReadList(filter, std::move(bytes));
+    PresetData const preset(*mPreset);
     if (preset.IsEmpty())
-        return {"the state file holds nothing: the plug-in had no state to give"};
+        Fail("holds no state");
     if (!HoldsNumbersOnly(preset) || (exchange && !exchange->IsChunkWhole(preset)))
-        Fail("is damaged, or of another version: the state in it is not whole");
-    if (!filter.LoadSettings(preset))
-        Fail("holds a state in another form than " + UTF16to8(filter.GetDisplayName()) + " takes");
-    if (exchange && !exchange->WasChunkTaken() && !HasState(filter, preset))
-        Fail("was refused by " + UTF16to8(filter.GetDisplayName()));
-    return {};
+        Fail("is damaged, or of another version: the state in it is empty or not whole");
 }
 
-void StateFile::LoadList(AudioFilter& filter, std::string bytes, PropList& preset) const {
+void StateFile::ReadForeign(IPresetExchange const& exchange, std::span<unsigned char const> bytes) {
+    PresetData preset(*mPreset);
+    UString reason;
+    if (!exchange.ReadPresetFile(bytes, preset, reason))
+        Fail("cannot be used: " + UTF16to8(reason));
+}
+
+void StateFile::ReadList(AudioFilter const& filter, std::string bytes) {
     PropList file;
     UString id;
     PropList const* stored = nullptr;
@@ -102,7 +102,16 @@ void StateFile::LoadList(AudioFilter& filter, std::string bytes, PropList& prese
     if (id != filter.GetID())
         Fail("holds a state of " + Describe(name, id) + ", and the plug-in is " +
              Describe(filter.GetDisplayName(), filter.GetID()));
-    preset = *stored;
+    *mPreset = *stored;
+}
+
+void StateFile::Load(AudioFilter& filter) const {
+    PresetData const preset(*mPreset);
+    if (!filter.LoadSettings(preset))
+        Fail("holds a state in another form than " + UTF16to8(filter.GetDisplayName()) + " takes");
+    IPresetExchange const* const exchange = FindExchange(filter);
+    if (exchange && !exchange->WasChunkTaken() && !HasState(filter, preset))
+        Fail("was refused by " + UTF16to8(filter.GetDisplayName()));
 }
 
 bool StateFile::IsForeign(IPresetExchange const* exchange) const {
@@ -116,11 +125,14 @@ void StateFile::Capture(AudioFilter const& filter) {
     PropList& list = file.CreateList(kPresetKey);
     PresetData preset(list);
     filter.SaveSettings(preset);
+    constexpr char const* kNoState = "cannot be written: the plug-in gave no state";
+    if (preset.IsEmpty())
+        Fail(kNoState);
     IPresetExchange const* const exchange = FindExchange(filter);
     if (IsForeign(exchange)) {
         IPresetExchange::Bytes bytes;
         if (!exchange->WritePresetFile(preset, bytes))
-            Fail("cannot be written: the plug-in gave no state");
+            Fail(kNoState);
         mContent.assign(bytes.begin(), bytes.end());
         return;
     }

@@ -2,9 +2,10 @@
 
 #include "vyncore/strings/UString.h"
 
+#include <memory>
+#include <span>
 #include <string>
 #include <utility>
-#include <vector>
 
 namespace vyncore::proplist {
 class PropList;
@@ -26,12 +27,18 @@ public:
     /// [main-thread]
     explicit StateFile(std::string path) : mPath(std::move(path)) {}
 
-    /// Gives the filter the state in the file. A file that is no state, is damaged, or holds a state of another plug-in
-    /// is refused, and so is one that the plug-in doesn't take. What comes back are notes for the report.
+    /// Reads the state in the file, for Load. A file that is no state, is damaged or empty, or holds a state of another
+    /// plug-in than the filter's is refused.
     /// [main-thread]
-    std::vector<std::string> Load(vynaudiofilterhost::AudioFilter& filter) const;
+    void Read(vynaudiofilterhost::AudioFilter const& filter);
 
-    /// Takes the filter's present state, in place of one taken before, and keeps it for Write.
+    /// Gives the filter, which may be another of the same plug-in, the state that was read. One that the plug-in
+    /// doesn't take is refused.
+    /// [main-thread]
+    void Load(vynaudiofilterhost::AudioFilter& filter) const;
+
+    /// Takes the filter's present state, in place of one taken before, and keeps it for Write. A plug-in that gives
+    /// none is a failure.
     /// [main-thread]
     void Capture(vynaudiofilterhost::AudioFilter const& filter);
 
@@ -41,11 +48,12 @@ public:
 
 private:
     [[noreturn]] void Fail(std::string text) const;
-    void LoadList(vynaudiofilterhost::AudioFilter& filter, std::string bytes,
-                  vyncore::proplist::PropList& preset) const;
+    void ReadList(vynaudiofilterhost::AudioFilter const& filter, std::string bytes);
+    void ReadForeign(vynaudiofilterhost::IPresetExchange const& exchange, std::span<unsigned char const> bytes);
     bool IsForeign(vynaudiofilterhost::IPresetExchange const* exchange) const;
 
     std::string mPath;
+    std::shared_ptr<vyncore::proplist::PropList> mPreset; ///< that was read; copies of the object share it
     vyncore::UTF8String mContent;
 };
 

@@ -1,5 +1,7 @@
 #include "vynhost/TextTable.h"
 
+#include "vynhost/OneLine.h"
+
 #include <cmath>
 #include <iomanip>
 #include <locale>
@@ -7,13 +9,19 @@
 namespace vynhost {
 
 TextTable::TextTable(std::string const& title) {
-    mText.imbue(std::locale::classic());
-    mText << std::fixed << title;
+    mRow.imbue(std::locale::classic());
+    mRow << std::fixed << title;
 }
 
 std::ostream& TextTable::Row(std::string const& name) {
-    mText << "\n  " << std::left << std::setw(16) << name;
-    return mText;
+    mRows = Finish();
+    mRow.str({});
+    mRow << "  " << std::left << std::setw(16) << name;
+    return mRow;
+}
+
+std::string TextTable::Finish() const {
+    return mRows + OnOneLine(mRow.str()) + '\n';
 }
 
 void TextTable::Text(std::string const& name, std::string const& value) {
@@ -24,9 +32,9 @@ void TextTable::Text(std::string const& name, std::string const& value) {
 void TextTable::Level(std::string const& name, double level) {
     Row(name) << std::setprecision(6) << level;
     if (level > 0.0)
-        mText << "  " << std::setprecision(1) << 20.0 * std::log10(level) << " dBFS";
+        mRow << "  " << std::setprecision(1) << 20.0 * std::log10(level) << " dBFS";
     else
-        mText << "  silence";
+        mRow << "  silence";
 }
 
 } // namespace vynhost

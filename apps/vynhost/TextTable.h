@@ -5,7 +5,8 @@
 
 namespace vynhost {
 
-/// A table of names and values for a person, under a title, that no locale of a plug-in's choosing can change.
+/// A table of names and values for a person, under a title, that no locale of a plug-in's choosing can change. Control
+/// characters in it become blanks.
 class TextTable {
 public:
     /// [any-thread]
@@ -25,10 +26,11 @@ public:
 
     /// The whole, with a line break behind it.
     /// [any-thread]
-    std::string Finish() const { return mText.str() + '\n'; }
+    std::string Finish() const;
 
 private:
-    std::ostringstream mText;
+    std::string mRows;
+    std::ostringstream mRow; ///< the last
 };
 
 } // namespace vynhost

@@ -40,7 +40,7 @@ protected:
 TEST_F(AutomationFileTest, EveryFormGivesTheSameEntries) {
     for (char const* const text : {
              "0,Gain,-6\n1.5,\"A \"\"b\"\",\nc\",Hall\n",
-             "\xEF\xBB\xBFseconds,parameter,value\r\n\r\n  \r\n# a comment, with \"\r\n0, Gain ,-6\r\n"
+             "\xEF\xBB\xBFSeconds,Parameter, VALUE\r\n\r\n  \r\n # a comment, with \"\r\n0, Gain ,-6\r\n"
              "1.5 , \"A \"\"b\"\",\nc\" , Hall",
              "[[0, \"Gain\", -6], [1.5, \"A \\\"b\\\",\\nc\", \"Hall\"]]",
              "\xEF\xBB\xBF \n[{\"value\": -6, \"seconds\": 0, \"parameter\": \"Gain\"},"
@@ -89,6 +89,7 @@ TEST_F(AutomationFileTest, WhatIsNoAutomationIsToldWithItsPlace) {
              {"[{\"seconds\": 0, \"parameter\": 1, \"value\": 1, \"value\": 2}]", "entry 1: " + point},
              {"[[0, 0, 1], [-1, 0, 1]]", "entry 2: the time -1 is not within"},
              {"[[0, 0, 1]", "is no JSON document: parse error at line 1, column 11"},
+             {std::string("[[0, 0, 1]]\0[[0, 0, 1]]", 23), "is no JSON document: there is a zero byte in it"},
              {"[[1e999, 0, 1]]", "is no JSON document: "},
              {"[[0, \"\xFF\", 1]]", "is no JSON document: "},
              {std::string(1 << 20, '['), "entry 1: " + point},

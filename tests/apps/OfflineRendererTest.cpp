@@ -51,6 +51,7 @@ public:
     int GetMaxProcessingBlockSize() const override { return maxBlock; }
     int GetInitialDelay() const override { return reportedLatency; }
     int GetTail() const override { return tail; }
+    void SetParameter(int, float value) override { tail = static_cast<int>(value * 100); }
     using AudioFilter::AddInputBus;
     using AudioFilter::AddOutputBus;
 
@@ -112,6 +113,16 @@ TEST(OfflineRendererTest, OutputIsInStepWithTheInputWhateverTheBlockSize) {
         // The filter's silence flags hold for all of a block only when it doesn't cut the block up.
         EXPECT_LE(*std::ranges::max_element(filter->blocks), std::min(blockSize, 1024));
         EXPECT_TRUE(filter->IsSuspended());
+    }
+}
+
+TEST(OfflineRendererTest, TailIsThatBehindTheLastSampleWhateverTheBlockSize) {
+    for (int const blockSize : {1, 7, 64, 300, 1024}) {
+        boost::intrusive_ptr<TestFilter> const filter(new TestFilter);
+        filter->tail = 5;
+        RenderSetup setup{.track = Plain(1), .samples = 300, .blockSize = blockSize};
+        setup.automation.Add(0, {{{299, {0.5F}}, {301, {1}}}, true, {}});
+        EXPECT_EQ(Render(*filter, setup).channels[0], Counting(300, 50)) << blockSize;
     }
 }
 

@@ -1,9 +1,12 @@
 #include "apps/VynhostFixture.h"
+#include "vyncore/strings/StringUtils.h"
 #include "vynhost/CommandError.h"
+#include "vynhost/OutputPaths.h"
 #include "vynhost/ParamsCommand.h"
 #include "vynhost/PresetsCommand.h"
 
 #include <fstream>
+#include <iterator>
 #include <string_view>
 
 using namespace vyntest;
@@ -31,8 +34,50 @@ protected:
         return ReadClip(mOutput).samples;
     }
 
+    // The exit status and the text.
+    std::string FailureOf(vynhost::RenderRequest const& request, FixtureConfiguration const& configuration) {
+        try {
+            RenderConfigured(configuration, request);
+        } catch (vynhost::CommandError const& error) {
+            return std::to_string(static_cast<int>(error.GetStatus())) + ' ' + error.what();
+        }
+        return "none";
+    }
+
+    // A state file of the fixture's with this chunk; of an empty preset when there is none.
+    std::string ListFile(std::string const& chunk) const {
+        std::string const keys =
+            "<utf8 key=\"ChunkData\">" + chunk + "</utf8><int key=\"Type\">1</int><float key=\"Version\">1</float>";
+        return "<proplist version=\"1\"><text key=\"UniqueID\">" + vyncore::string::UTF16to8(mFixture.UniqueID()) +
+               "</text><list key=\"Preset\">" + (chunk.empty() ? "" : keys) + "</list></proplist>";
+    }
+
     json mDocument;
 };
+
+constexpr char const* kEmptyChunk = "AAAAAAAAAAAAAAAAAAAAAA==";
+
+std::string ContentOf(std::string const& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+std::string LittleEndian(std::size_t number, int bytes) {
+    std::string text;
+    for (int i = 0; i < bytes; ++i)
+        text += static_cast<char>(number >> (8 * i));
+    return text;
+}
+
+// A preset file of the format, with these chunks, after the header of another up to where the list's place stands.
+std::string PresetFile(std::string file, std::vector<std::pair<std::string, std::string>> const& chunks) {
+    std::string data, list = "List" + LittleEndian(chunks.size(), 4);
+    for (auto const& [name, bytes] : chunks) {
+        list += name + LittleEndian(48 + data.size(), 8) + LittleEndian(bytes.size(), 8);
+        data += bytes;
+    }
+    return file + LittleEndian(48 + data.size(), 8) + data + list;
+}
 
 TEST_F(RenderParametersTest, RampIsTheSameForEveryBlockSizeAndFollowsItsPoints) {
     std::string const automation = WriteAutomation("0.25,parameter 0,0\n0.75,0,100\n0.75,Parameter 0,75%\n9,0,0\n");
@@ -121,6 +166,113 @@ TEST_F(RenderParametersTest, SavedStateGivesTheSameOutputAgain) {
     EXPECT_EQ(Names(), (std::set<std::string>{"automation", "in.wav", "out.wav"}));
 }
 
+TEST_F(RenderParametersTest, StateThatThePluginDoesNotGiveIsAFailureThatKeepsTheOldFile) {
+    FixtureConfiguration silent;
+    silent.stateHoldsGain = false;
+    for (std::string const name : {"state", "state.vstpreset"}) {
+        vynhost::RenderRequest request = MakeRequest();
+        request.saveStatePath = mFolder.Path() / name;
+        for (auto const& configuration : {silent, FixtureConfiguration().Fail(FixtureFault::ComponentGetStateFails)}) {
+            std::ofstream(*request.saveStatePath) << "old";
+            EXPECT_EQ(FailureOf(request, configuration), "1 cannot be written: the plug-in gave no state");
+            EXPECT_EQ(ContentOf(*request.saveStatePath), "old");
+        }
+    }
+}
+
+TEST_F(RenderParametersTest, StateThatHandsNothingOverIsRefused) {
+    vynhost::RenderRequest request = MakeRequest();
+    request.saveStatePath = mFolder.Path() / "state.vstpreset";
+    RenderSamples(request);
+    std::string const header = ContentOf(*request.saveStatePath).substr(0, 40);
+    request.statePath.swap(request.saveStatePath);
+
+    FixtureConfiguration taking;
+    taking.stateHoldsGain = false;
+    FixtureConfiguration refusing = taking;
+    refusing.Fail(FixtureFault::SetStateFails);
+    std::string const empty = "1 is damaged, or of another version: the state in it is empty or not whole";
+    struct Case {
+        std::string content;
+        FixtureConfiguration const& configuration;
+        std::string failure;
+    };
+    for (Case const& one : {Case{PresetFile(header, {{"Comp", ""}}), taking, empty},
+                            Case{PresetFile(header, {{"Comp", ""}, {"Cont", ""}}), taking, empty},
+                            Case{ListFile(kEmptyChunk), taking, empty}, Case{ListFile(""), taking, "1 holds no state"},
+                            Case{PresetFile(header, {{"Cont", "abc"}}), refusing, "1 was refused by Fixture"},
+                            Case{PresetFile(header, {{"Cont", "abc"}}), taking, "none"}}) {
+        std::ofstream(*request.statePath, std::ios::binary) << one.content;
+        EXPECT_EQ(FailureOf(request, one.configuration), one.failure);
+    }
+}
+
+TEST_F(RenderParametersTest, PresetThatThePluginOnlyNamesIsRefused) {
+    FixtureConfiguration configuration;
+    configuration.AddPrograms(5).special[0].flags = 1;
+    vynhost::RenderRequest request = MakeRequest();
+    request.preset = "3";
+    EXPECT_EQ(FailureOf(request, configuration),
+              "3 --preset: the plug-in names its preset 3 \"List 0 Program 3\", but gives no way to select it");
+    EXPECT_FALSE(std::filesystem::exists(mOutput));
+}
+
+TEST_F(RenderParametersTest, ValuesAreReadAtTheRateAndBlockSizeOfTheRendering) {
+    AudioClip clip = MakeNoise(1, 100);
+    clip.sampleRate = 44100;
+    WriteClip(mInput, clip);
+    vynhost::RenderRequest request = MakeRequest();
+    request.settings = {{"0", "25"}};
+    request.blockSize = 77;
+    RenderSamples(request);
+    FixtureCall setup{};
+    for (FixtureCall const& call : mFixture.Calls()) {
+        if (call.name == std::string_view("setupProcessing"))
+            setup = call;
+        if (call.name == std::string_view("plainParamToNormalized"))
+            break;
+    }
+    EXPECT_EQ(setup.value, 44100);
+    EXPECT_EQ(setup.argument, 77);
+}
+
+TEST_F(RenderParametersTest, NotesTellOfStepsAndOfWhatIsNotAutomatableOnce) {
+    FixtureConfiguration configuration;
+    configuration.AddParameter(0, u"Mode", 4);
+    vynhost::RenderRequest request = MakeRequest();
+    request.settings = {{"Mode", "30"}, {"Mode", "50"}, {"1", "99%"}};
+    request.automationPath = WriteAutomation("0.1,Mode,60\n0,0,33\n");
+    RenderSamples(request, configuration);
+    EXPECT_EQ(mDocument.at("notes"), (json{"\"Mode\" is not automatable: the plug-in may not heed its values",
+                                           "\"Mode\" goes in steps, values become the nearest: 30 became 25.00"}));
+}
+
+TEST_F(RenderParametersTest, NothingIsWrittenIntoThePlugin) {
+    namespace fs = std::filesystem;
+    fs::path const bundle = mFolder.Path() / "bundle.vst3";
+    fs::create_directories(bundle / "Contents");
+    fs::create_symlink(bundle / "Contents" / "new.wav", mFolder.Path() / "link.wav");
+    auto const isRefused = [&](std::string const& output, std::optional<std::string> const& state) {
+        vynhost::RenderRequest request = MakeRequest();
+        request.modulePath = bundle;
+        request.outputPath = output;
+        request.saveStatePath = state;
+        try {
+            vynhost::CheckOutputPaths(request);
+        } catch (vynhost::CommandError const& error) {
+            EXPECT_EQ(error.GetStatus(), vynhost::ExitStatus::kWrongUsage);
+            return true;
+        }
+        return false;
+    };
+    for (fs::path const& inside : {bundle / "Contents" / "x.so", bundle / "new" / "er" / "x.wav", bundle,
+                                   bundle / ".." / "bundle.vst3" / "x", mFolder.Path() / "link.wav"}) {
+        EXPECT_TRUE(isRefused(inside, std::nullopt)) << inside;
+        EXPECT_TRUE(isRefused(mOutput, inside)) << inside;
+    }
+    EXPECT_FALSE(isRefused(mFolder.Path() / "bundle.vst3.wav", bundle / ".." / "state"));
+}
+
 TEST_F(RenderParametersTest, WhatCannotBeDoneIsToldAndLeavesNothing) {
     std::string const module = FixturePath("configurable.vst3");
     std::string const folder = mFolder.Path();
@@ -172,7 +324,7 @@ TEST_F(RenderCommandTest, ParamsDocumentHoldsWhatIsKnownOfEachParameter) {
     EXPECT_EQ(table.substr(table.find('\n')), R"(
   index  ID  name             value  from  to  steps
       0   0  Parameter 0     -24.00   -60  12
-      1   1  Mode         -24.00 dB   -60  12      3  hidden, not automatable
+      1   1  Mode         -24.00 dB   -60  12      3  internal
 )");
 }
 

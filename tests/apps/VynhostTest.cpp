@@ -91,6 +91,16 @@ TEST_F(VynhostTest, BadInputIsToldInOneLineThatNamesTheFile) {
     }
 }
 
+TEST_F(VynhostTest, ControlCharactersOfNamesDoNotReachTheTerminal) {
+    std::string const module = FixturePath("configurable.vst3");
+    std::string const name = mFolder.Path() / "a\nb\x1B[2J\xC2\x9B\xE2\x80\xA8 \xC3\x9B.wav";
+    std::string const shown = mFolder.Path() / "a b [2J      \xC3\x9B.wav";
+    ProgramResult const missing = RunVynhost({"render", module, "-i", name, "-o", mOutput});
+    EXPECT_EQ(missing.err, "vynhost: " + shown + ": cannot be read: there is no such file\n");
+    ProgramResult const written = RunVynhost({"render", module, "-i", mInput, "-o", name});
+    EXPECT_NE(written.out.find("  written         " + shown + "\n"), std::string::npos) << written.out;
+}
+
 TEST_F(VynhostTest, WrongUsageIsStatusTwo) {
     std::string const module = FixturePath("configurable.vst3");
     std::vector<std::vector<std::string>> wrong{

@@ -155,8 +155,9 @@ TEST(ParameterListTest, FindsWhatAMapWouldFind) {
         int const count = static_cast<int>(random() % 12);
         for (int place = 0; place < count; ++place) {
             Steinberg::Vst::ParameterInfo info{};
-            unsigned const ids[] = {static_cast<unsigned>(place), static_cast<unsigned>(place + random() % 2),
-                                    static_cast<unsigned>(random() % 10), static_cast<unsigned>(random() * 2)};
+            unsigned const number = static_cast<unsigned>(place);
+            unsigned const noise = static_cast<unsigned>(random());
+            unsigned const ids[] = {number, number + noise % 2, noise % 10, 2 * noise};
             info.id = ids[round % 4];
             list.Add(info.id);
             if (random() % 5 == 0)

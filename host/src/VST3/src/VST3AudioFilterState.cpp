@@ -136,9 +136,11 @@ bool VST3AudioFilter::WritePresetFile(PresetData const& preset, Bytes& bytes) co
 
 bool VST3AudioFilter::IsChunkWhole(PresetData const& preset) const {
     ChunkBytes chunk;
-    return preset.GetPresetType() == PresetData::kPresetTypeChunkData &&
-           preset.GetVersion() == GetCurrentPresetVersion() && preset.GetChunkData(chunk) &&
-           SplitStateChunk(chunk).whole;
+    if (preset.GetPresetType() != PresetData::kPresetTypeChunkData ||
+        preset.GetVersion() != GetCurrentPresetVersion() || !preset.GetChunkData(chunk))
+        return false;
+    VST3States const states = SplitStateChunk(chunk);
+    return states.whole && (!states.component.empty() || (mController && !states.controller.empty()));
 }
 
 int VST3AudioFilter::GetNumFactoryPresets() const {
