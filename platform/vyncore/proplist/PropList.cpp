@@ -1,5 +1,6 @@
 #include "vyncore/proplist/PropList.h"
 
+#include "os/Heap.h"
 #include "vyncore/strings/StringUtils.h"
 
 #include <algorithm>
@@ -101,10 +102,14 @@ PropList::PropList(PropList&& other) noexcept = default;
 // the nodes themselves are the list, so that nothing is allocated.
 PropList::~PropList() {
     std::multimap<UTF8String, std::unique_ptr<PropList>, std::less<>> waiting;
-    for (waiting.merge(mLists); !waiting.empty();) {
+    std::size_t freed = 0;
+    for (waiting.merge(mLists); !waiting.empty(); ++freed) {
         auto const next = waiting.extract(waiting.begin());
         waiting.merge(next.mapped()->mLists);
     }
+    constexpr std::size_t kVeryMany = 4096;
+    if (freed > kVeryMany)
+        os::JoinFreedMemory();
 }
 
 PropList::PropList(PropList const& other) : PropList() {
