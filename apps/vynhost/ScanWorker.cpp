@@ -151,10 +151,11 @@ void RunScanWorker(ScanWorkerRequest const& request) {
     os::SetInputAside();
     Link const link;
     LoadUnsupportedPlugins();
-    if (request.memory != 0)
-        os::LimitOwnMemory(request.memory);
     link.Send(ScanFrameKind::kReady);
     while (std::optional<PluginLocator> const locator = link.Receive()) {
+        // Anew for each: what others have left behind isn't its fault.
+        if (request.memory != 0)
+            os::LimitOwnMemory(request.memory);
         link.Send(ScanFrameKind::kBegun);
         ScanOne(*locator, link);
         link.Send(ScanFrameKind::kDone);

@@ -8,8 +8,8 @@ namespace os {
 /// [any-thread]
 std::size_t GetMachineMemory() noexcept;
 
-/// From now on this process may have so many bytes more than it has now; whoever asks for more in it gets none. Code
-/// and files that are only read don't count.
+/// From now on, until the next call, this process may have so many bytes more than it has now; whoever asks for more in
+/// it gets none. Code and files that are only read don't count.
 /// [any-thread]
 void LimitOwnMemory(std::size_t bytes) noexcept;
 

@@ -1,5 +1,6 @@
 #include "os/Memory.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <fcntl.h>
@@ -44,10 +45,8 @@ void LimitOwnMemory(std::size_t bytes) noexcept {
     rlimit limit{};
     if (::getrlimit(RLIMIT_DATA, &limit) != 0)
         return;
-    rlim_t const wanted = GetOwnMemory() + bytes;
-    if (limit.rlim_max == RLIM_INFINITY || wanted < limit.rlim_max)
-        limit.rlim_max = wanted;
-    limit.rlim_cur = limit.rlim_max;
+    // The upper limit stays, so that there can be a next time.
+    limit.rlim_cur = std::min<rlim_t>(GetOwnMemory() + bytes, limit.rlim_max);
     ::setrlimit(RLIMIT_DATA, &limit);
 }
 

@@ -19,14 +19,13 @@ int NumberOf(std::string_view key, std::string_view stem) {
     return number >= 0 && std::to_string(number) == digits ? number : -1;
 }
 
-using Numbered = std::pair<int, UTF8String>;
-
-// The keys of the collection, in the order of their numbers.
-std::vector<Numbered> PickNumbered(std::vector<UTF8String> keys, std::string_view stem, int count) {
-    std::vector<Numbered> picked;
-    for (UTF8String& key : keys) {
-        if (int const number = NumberOf(key, stem); number >= 0 && number < count)
-            picked.emplace_back(number, std::move(key));
+// What has a key of the collection, in the order of the numbers. An entry is a pair of a key and something else.
+template <class Entries>
+auto PickNumbered(Entries const& entries, std::string_view stem, int count) {
+    std::vector<std::pair<int, typename Entries::value_type const*>> picked;
+    for (auto const& entry : entries) {
+        if (int const number = NumberOf(entry.first, stem); number >= 0 && number < count)
+            picked.emplace_back(number, &entry);
     }
     std::sort(picked.begin(), picked.end());
     return picked;
@@ -35,17 +34,18 @@ std::vector<Numbered> PickNumbered(std::vector<UTF8String> keys, std::string_vie
 } // namespace
 
 std::vector<PropList const*> FindNumberedLists(PropList const& list, std::string_view stem, int count) {
-    std::vector<PropList const*> lists;
-    for (auto const& [number, key] : PickNumbered(list.GetListNames(), stem, count))
-        lists.push_back(list.FindList(key));
-    return lists;
+    std::vector<PropList const*> found;
+    auto const lists = list.GetLists();
+    for (auto const& [number, entry] : PickNumbered(lists, stem, count))
+        found.push_back(entry->second);
+    return found;
 }
 
 std::vector<UString> FindNumberedTexts(PropList const& list, std::string_view stem, int count) {
     std::vector<UString> texts;
     UString text;
-    for (auto const& [number, key] : PickNumbered(list.GetValueNames(), stem, count)) {
-        if (list.GetValue(key, text) && !text.empty())
+    for (auto const& [number, entry] : PickNumbered(list.GetValues(), stem, count)) {
+        if (list.GetValue(entry->first, text) && !text.empty())
             texts.push_back(text);
     }
     return texts;

@@ -122,9 +122,9 @@ void PrintList(pugi::xml_node element, PropList const& list, unsigned depth, Out
     constexpr std::string_view kEmptyEnd = " />\n";
     output.text.replace(output.text.size() - kEmptyEnd.size(), kEmptyEnd.size(), ">\n");
     PrintValues(list, depth + 1, output);
-    for (UTF8String const& key : list.GetListNames()) {
+    for (auto const& [key, sublist] : list.GetLists()) {
         pugi::xml_document inner;
-        PrintList(AddElement(inner, kList, key), *list.FindList(key), depth + 1, output);
+        PrintList(AddElement(inner, kList, UTF8String(key)), *sublist, depth + 1, output);
     }
     for (unsigned level = 0; level < depth; ++level)
         output.text += kIndent;
