@@ -109,7 +109,8 @@ std::vector<PluginLocator> FindModulesToChange(BanRequest const& request) {
     return modules;
 }
 
-// The ban list last or first, so that a failure in between leaves no module without its ban.
+// What is added goes to the ban list first, what is removed leaves it last: a failure in between leaves no module
+// without its ban.
 void Change(BanRequest const& request, ScanRecords& records) {
     bool const adds = request.action == BanRequest::Action::kAdd;
     for (PluginLocator const& module : FindModulesToChange(request)) {

@@ -16,7 +16,8 @@ struct BanRequest {
 };
 
 /// Changes the dynamic ban list, if asked to, and returns the ban lists to be printed. A module that is added is
-/// forgotten; one that is removed is looked at by the next scan. Throws CommandError; then nothing has changed.
+/// forgotten, and stays banned whatever becomes of its file; one that is removed is looked at by the next scan. Throws
+/// CommandError; then nothing has changed.
 /// [main-thread]
 std::string RunBan(BanRequest const& request);
 

@@ -1,5 +1,6 @@
 #include "vynhost/KnownFilters.h"
 
+#include "vynhost/CommandError.h"
 #include "vynhost/NumberText.h"
 
 #include "vynaudiofilterhost/catalogue/AudioFilterDescriptorManager.h"
@@ -15,6 +16,7 @@ namespace vynhost {
 using vynaudiofilterhost::AudioFilterDescriptor;
 using vyncore::UString;
 using vyncore::string::UpperCase;
+using vyncore::string::UTF16to8;
 using vyncore::string::UTF8to16;
 
 namespace {
@@ -61,6 +63,21 @@ KnownFilters FindKnownFilters(std::string const& text) {
     if (found.empty())
         found = Select(filters, [&](Filter const& f) { return UpperCase(f.GetName()) == folded; });
     return found;
+}
+
+std::string TellFilters(KnownFilters const& filters) {
+    constexpr std::size_t kMostListed = 20;
+    std::string list;
+    for (std::size_t i = 0; i < std::min(filters.size(), kMostListed); ++i)
+        list += (i == 0 ? "" : ", ") + std::string("\"") + UTF16to8(filters[i]->GetName()) + "\" " +
+                UTF16to8(filters[i]->GetUniqueID()) + " (" + UTF16to8(filters[i]->GetLocator().GetPath()) + ")";
+    return filters.size() > kMostListed ? list + " and " + std::to_string(filters.size() - kMostListed) + " more"
+                                        : list;
+}
+
+void ThrowAmbiguous(std::string const& text, KnownFilters const& filters) {
+    throw CommandError(ExitStatus::kWrongUsage, CommandError::Subject::kPlugin, text,
+                       "is the name of several plug-ins, choose one by its ID: " + TellFilters(filters));
 }
 
 bool IsEnabled(AudioFilterDescriptor const& filter) {

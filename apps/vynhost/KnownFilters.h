@@ -20,6 +20,14 @@ KnownFilters ListKnownFilters();
 /// [main-thread]
 KnownFilters FindKnownFilters(std::string const& text);
 
+/// The filters with their IDs and modules, as a choice for a person, on one line.
+/// [main-thread]
+std::string TellFilters(KnownFilters const& filters);
+
+/// Throws CommandError: the text that a user gave could be any of these.
+/// [main-thread]
+[[noreturn]] void ThrowAmbiguous(std::string const& text, KnownFilters const& filters);
+
 /// Whether the filter may be made: it and its module are enabled.
 /// [main-thread]
 bool IsEnabled(vynaudiofilterhost::AudioFilterDescriptor const& filter);

@@ -111,8 +111,11 @@ std::vector<PluginLocator> SearchModules(std::vector<UString> const& folders, st
 std::vector<PluginLocator> FindModules(std::string const& module) {
     std::set<PluginLocator> modules = FindByPath(module);
     if (modules.empty()) {
-        for (auto const& filter : FindKnownFilters(module))
+        KnownFilters const filters = FindKnownFilters(module);
+        for (auto const& filter : filters)
             modules.insert(filter->GetLocator());
+        if (modules.size() > 1)
+            ThrowAmbiguous(module, filters);
     }
     if (modules.empty())
         throw CommandError::OfPlugin(module, "there is no such module, and no plug-in of that name or ID is known");

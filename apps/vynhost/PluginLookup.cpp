@@ -26,24 +26,15 @@ using vyncore::string::UTF8to16;
 
 namespace {
 
-std::string List(KnownFilters const& filters) {
-    constexpr std::size_t kMostListed = 20;
-    std::string list;
-    for (std::size_t i = 0; i < std::min(filters.size(), kMostListed); ++i)
-        list += (i == 0 ? "" : ", ") + std::string("\"") + UTF16to8(filters[i]->GetName()) + "\" " +
-                UTF16to8(filters[i]->GetUniqueID()) + " (" + UTF16to8(filters[i]->GetLocator().GetPath()) + ")";
-    return filters.size() > kMostListed ? list + " and " + std::to_string(filters.size() - kMostListed) + " more"
-                                        : list;
-}
-
 [[noreturn]] void ThrowUnknown(std::string const& plugin) {
     UString const part = UpperCase(UTF8to16(TrimBlanks(plugin)));
     KnownFilters similar = ListKnownFilters();
     std::erase_if(similar,
                   [&](auto const& filter) { return UpperCase(filter->GetName()).find(part) == UString::npos; });
-    throw CommandError::OfPlugin(plugin, "there is no such file, and no plug-in of that name or ID is known" +
-                                             (similar.empty() || part.empty() ? "" : "; similar: " + List(similar)) +
-                                             " (vynhost scan looks for plug-ins, vynhost list tells them)");
+    throw CommandError::OfPlugin(plugin,
+                                 "there is no such file, and no plug-in of that name or ID is known" +
+                                     (similar.empty() || part.empty() ? "" : "; similar: " + TellFilters(similar)) +
+                                     " (vynhost scan looks for plug-ins, vynhost list tells them)");
 }
 
 // One that a new scan would lift doesn't count any more.
@@ -89,8 +80,7 @@ FoundPlugin FindPlugin(std::string const& plugin, std::string const& classID) {
     if (found.empty())
         ThrowUnknown(plugin);
     if (found.size() > 1)
-        throw CommandError(ExitStatus::kWrongUsage, CommandError::Subject::kPlugin, plugin,
-                           "is the name of several plug-ins, choose one by its ID: " + List(found));
+        ThrowAmbiguous(plugin, found);
     CheckBan(plugin, found.front()->GetLocator());
     return {UTF16to8(found.front()->GetLocator().GetPath()), UTF16to8(found.front()->GetUniqueID())};
 }

@@ -36,16 +36,12 @@ public:
         std::vector<PluginLocator> const found = SearchModules(mFolders, vanished);
         for (PluginLocator const& module : vanished)
             Miss(module);
-        // Overlapping folders lead to one module more than once.
-        std::set<PluginLocator> seen;
         for (std::vector<PluginLocator> const& modules : {found, mLifted}) {
-            for (PluginLocator const& module : modules) {
-                if (seen.insert(module).second)
-                    Judge(module);
-            }
+            for (PluginLocator const& module : modules)
+                Judge(module);
         }
         TellBans();
-        ForgetRecords(seen);
+        ForgetRecords();
         PutLargestFirst();
         return std::move(mPlan);
     }
@@ -66,7 +62,7 @@ private:
                 continue;
             bans.RemoveBannedPlugin(module);
             mLifted.push_back(module);
-            if (record->state == State::kOpening)
+            if (record->state == State::kOpening && !HasChanged(module, *record))
                 mPlan.retried.push_back(module);
             mPlan.changedBans = true;
         }
@@ -95,7 +91,10 @@ private:
             mPlan.rows.push_back({.module = module, .verdict = Verdict::kVanished, .reason = "is gone"});
     }
 
+    // Overlapping folders lead to one module more than once.
     void Judge(PluginLocator const& module) {
+        if (!mJudged.insert(module).second)
+            return;
         ScanRecord const* const record = mRecords.Find(module);
         bool const same = record && !mAll && FileStamp::Of(module.GetPath()) == record->stamp;
         if (same && record->state == State::kRefused)
@@ -125,11 +124,11 @@ private:
         }
     }
 
-    void ForgetRecords(std::set<PluginLocator> const& seen) {
+    void ForgetRecords() {
         std::vector<PluginLocator> gone;
         auto const& bans = BannedPluginManager::GetInstance();
         for (auto const& [key, entry] : mRecords.GetAll()) {
-            if (IsMeant(entry.module) && !seen.contains(entry.module) && !bans.IsPluginBanned(entry.module) &&
+            if (IsMeant(entry.module) && !mJudged.contains(entry.module) && !bans.IsPluginBanned(entry.module) &&
                 !vyncore::filesupport::File(entry.module.GetPath()).Exists())
                 gone.push_back(entry.module);
         }
@@ -153,6 +152,7 @@ private:
     std::vector<UString> const& mFolders;
     bool const mAll;
     ScanRecords& mRecords;
+    std::set<PluginLocator> mJudged;
     std::vector<PluginLocator> mLifted; ///< some may lie where nobody looks as a rule
     ScanPlan mPlan;
 };

@@ -54,8 +54,11 @@ TEST_F(InventoryCommandsTest, ModulesAreBannedAndAllowedAgain) {
     Add("fork", "good");
     EXPECT_EQ(Scan().at("good").at("verdict"), "banned");
     EXPECT_EQ(Run({"ban", "remove", Path("better")}).status, 1);
+    Add("twins");
+    Scan();
+    EXPECT_EQ(Run({"ban", "add", "fixture"}).status, 2);
     EXPECT_EQ(Run({"ban", "add", mPlugins.Path() / "none.vst3"}).status, 3);
-    RunForJSON({"ban", "remove", mPlugins.Path()});
+    RunForJSON({"ban", "remove", mPlugins.Path().string()});
     EXPECT_EQ(Bans(), Names{});
     EXPECT_EQ(Scan().at("good").at("verdict"), "filed");
 }

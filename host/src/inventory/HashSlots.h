@@ -83,11 +83,11 @@ private:
     }
 
     void Grow() {
-        std::vector<Slot> const former =
+        std::vector<Slot> former =
             std::exchange(mSlots, std::vector<Slot>(mSlots.empty() ? 8 : 2 * mSlots.size()));
-        for (Slot const& slot : former) {
+        for (Slot& slot : former) {
             if (slot.value)
-                Place(slot);
+                Place(std::move(slot));
         }
     }
 
