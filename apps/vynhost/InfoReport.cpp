@@ -1,6 +1,8 @@
 #include "vynhost/InfoReport.h"
 
+#include "vynhost/DescriptorRow.h"
 #include "vynhost/JSONText.h"
+#include "vynhost/TechnologyName.h"
 #include "vynhost/TextTable.h"
 
 #include "vyncore/strings/StringUtils.h"
@@ -13,17 +15,6 @@ using vynmediatypes::AudioBusDescription;
 using Buses = std::vector<AudioBusDescription>;
 
 namespace {
-
-std::string TechnologyName(AudioFilterDescriptor const& descriptor) {
-    switch (descriptor.GetLocator().GetTechnologyType()) {
-    case vynaudiofilterhost::kTechnologyVST:
-        return "VST";
-    case vynaudiofilterhost::kTechnologyVST3:
-        return "VST3";
-    default:
-        return "internal";
-    }
-}
 
 char const* TypeName(AudioBusDescription const& bus) {
     return bus.GetType() == AudioBusDescription::kTypeMain ? "main" : "sidechain";
@@ -38,21 +29,6 @@ nlohmann::ordered_json ToDocument(Buses const& buses) {
         list.push_back({{"name", UTF16to8(bus.GetName())}, {"type", TypeName(bus)}, {"layout", layout}});
     }
     return list;
-}
-
-nlohmann::ordered_json ToRow(AudioFilterDescriptor const& descriptor) {
-    return {{"id", UTF16to8(descriptor.GetUniqueID())},
-            {"name", UTF16to8(descriptor.GetName())},
-            {"vendor", UTF16to8(descriptor.GetVendorString())},
-            {"version", descriptor.GetVersion()},
-            {"category", static_cast<int>(descriptor.GetCategory())},
-            {"categoryName", UTF16to8(descriptor.GetCategoryName())},
-            {"technology", TechnologyName(descriptor)},
-            {"path", UTF16to8(descriptor.GetLocator().GetPath())},
-            {"synth", descriptor.IsSynth()},
-            {"mono", descriptor.GetSupportsMono()},
-            {"stereo", descriptor.GetSupportsStereo()},
-            {"enabled", descriptor.IsEnabled()}};
 }
 
 // "L R, with side chain L R"
@@ -106,7 +82,7 @@ std::string FormatTable(PluginFacts const& facts) {
     table.Text("vendor", UTF16to8(descriptor.GetVendorString()));
     table.Row("version") << descriptor.GetVersion();
     table.Text("category", UTF16to8(descriptor.GetCategoryName()));
-    table.Row("technology") << TechnologyName(descriptor);
+    table.Row("technology") << TechnologyName(descriptor.GetLocator().GetTechnologyType());
     table.Row("path") << UTF16to8(descriptor.GetLocator().GetPath());
     table.Row("instrument") << (descriptor.IsSynth() ? "yes" : "no");
     WriteBuses(table, "input", facts.buses.inputs);

@@ -1,6 +1,7 @@
 #include "vynhost/PluginSelection.h"
 
 #include "vynhost/CommandError.h"
+#include "vynhost/PluginLookup.h"
 
 #include "vynaudiofilterhost/AudioFilter.h"
 #include "vynaudiofilterhost/inventory/PluginModule.h"
@@ -49,14 +50,15 @@ UString ChooseClass(std::string const& modulePath, ClassIDs const& classIDs, std
 } // namespace
 
 PluginSelection::PluginSelection(std::string const& modulePath, std::string const& classID) : mModulePath(modulePath) {
+    FoundPlugin const found = FindPlugin(modulePath, classID);
     UString reason;
-    mModule = vynaudiofilterhost::OpenPluginModule(vyncore::string::UTF8to16(modulePath), reason);
+    mModule = vynaudiofilterhost::OpenPluginModule(vyncore::string::UTF8to16(found.modulePath), reason);
     if (!mModule)
         throw CommandError::OfPlugin(modulePath, vyncore::string::UTF16to8(reason));
     ClassIDs classIDs;
     if (!mModule->GetPluginInfo(classIDs) || classIDs.empty())
         throw CommandError::OfPlugin(modulePath, "holds no audio plug-in");
-    mClassID = ChooseClass(modulePath, classIDs, classID);
+    mClassID = ChooseClass(modulePath, classIDs, found.classID);
 }
 
 PluginSelection::~PluginSelection() = default;

@@ -19,7 +19,7 @@ namespace vynhost {
 class PluginSelection {
 public:
     /// Opens the module and finds the class.
-    /// @param modulePath  a module file or a bundle's folder
+    /// @param modulePath  a module file or a bundle's folder; or the name or ID of a plug-in, as FindPlugin takes them
     /// @param classID     as the library gives it, or without the technology in front, in any letter case; empty when
     ///                    the module has only one. An ID that doesn't fit is answered with those that do.
     /// [main-thread]

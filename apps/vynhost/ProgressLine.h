@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <string>
 
 namespace vynhost {
 
@@ -8,18 +9,21 @@ namespace vynhost {
 /// when standard error is no terminal nothing is printed.
 class ProgressLine {
 public:
+    /// @param work  what is being done, such as "rendering"
     /// [main-thread]
-    ProgressLine();
+    explicit ProgressLine(std::string work);
     ProgressLine(ProgressLine const&) = delete;
     ProgressLine& operator=(ProgressLine const&) = delete;
     /// [main-thread]
     ~ProgressLine();
 
-    /// @param done  0..1; may be called as often as one likes
+    /// @param done    0..1; may be called as often as one likes
+    /// @param detail  what the work is at; may be empty
     /// [main-thread]
-    void Show(double done);
+    void Show(double done, std::string const& detail = {});
 
 private:
+    std::string mWork;
     bool mVisible;
     std::chrono::steady_clock::time_point mNext;
 };

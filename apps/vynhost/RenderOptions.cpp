@@ -55,7 +55,8 @@ void DeclareValues(CLI::App& render, RenderRequest& request) {
 
 void DeclareRender(CLI::App& app, RenderRequest& request) {
     CLI::App& render = *app.add_subcommand("render", "Send an audio file through a plug-in, into a WAV file");
-    render.add_option("MODULE", request.modulePath, "Plug-in module: a module file or a bundle's folder")->required();
+    render.add_option("PLUGIN", request.modulePath, "Plug-in: its unique ID, its name, or the path of its module")
+        ->required();
     render.add_option("-i,--input", request.inputPath, "Audio file to read")->required()->type_name("IN.wav");
     render.add_option("-o,--output", request.outputPath, "WAV file to write")->required()->type_name("OUT.wav");
     DeclareTrack(render, request);

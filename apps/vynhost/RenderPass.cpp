@@ -62,7 +62,7 @@ RenderSetup RenderPass::MakeSetup(std::optional<int> latency) {
 }
 
 RenderOutcome const& RenderPass::Run() {
-    ProgressLine progress;
+    ProgressLine progress("rendering");
     std::int64_t written = 0;
     auto const source = [&](float* const* channels, int samples) {
         mReader.Read(channels, samples);

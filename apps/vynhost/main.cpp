@@ -2,6 +2,7 @@
 
 #include "vynhost/CommandError.h"
 #include "vynhost/InfoCommand.h"
+#include "vynhost/InventoryOptions.h"
 #include "vynhost/Outcome.h"
 #include "vynhost/ParamsCommand.h"
 #include "vynhost/PresetsCommand.h"
@@ -38,7 +39,8 @@ constexpr std::array kQueries{
 
 void DeclareQuery(CLI::App& app, Query const& query, PluginRequest& request) {
     CLI::App& command = *app.add_subcommand(query.name, query.description);
-    command.add_option("MODULE", request.modulePath, "Plug-in module: a module file or a bundle's folder")->required();
+    command.add_option("PLUGIN", request.modulePath, "Plug-in: its unique ID, its name, or the path of its module")
+        ->required();
     command.add_option("--class", request.classID, "Which plug-in, when the module holds several")->type_name("ID");
     command.add_flag("--json", request.json, "Print the result as one JSON document");
 }
@@ -70,6 +72,8 @@ std::string Run(int argc, char** argv) {
     app.require_subcommand(1);
     vynhost::RenderRequest render;
     DeclareRender(app, render);
+    vynhost::InventoryRequests inventory;
+    DeclareInventory(app, inventory);
     PluginRequest asked;
     for (Query const& query : kQueries)
         DeclareQuery(app, query, asked);
@@ -80,6 +84,8 @@ std::string Run(int argc, char** argv) {
         if (app.got_subcommand(query.name))
             return query.run(asked);
     }
+    if (auto const printed = RunInventory(app, inventory))
+        return *printed;
     return vynhost::RunRender(render);
 }
 

@@ -2,6 +2,7 @@
 
 #include "vynaudiofilterhost/catalogue/AudioFilterDescriptorManager.h"
 #include "vynaudiofilterhost/catalogue/AudioFilterRegistrar.h"
+#include "vynaudiofilterhost/inventory/BuildPrivatePluginConfigCmd.h"
 #include "vynaudiofilterhost/MainThread.h"
 #include "vynaudiofilterhost/VST3/src/VST3ModuleCache.h"
 
@@ -24,6 +25,7 @@ bool Initialize(bool synthsEnabled) {
     SetMainThreadToCurrentThread();
     AudioFilterDescriptorManager::GetInstance().SetSynthsEnabled(synthsEnabled);
     AudioFilterRegistrar::RegisterDeferredDescriptors();
+    console::BuildPrivatePluginConfigCmd::Register();
     vst3::CreateVST3ModuleCache();
     theInitializeCount = 1;
     return true;
@@ -36,6 +38,7 @@ void Terminate() {
     if (--theInitializeCount != 0)
         return;
     vst3::DestroyVST3ModuleCache();
+    console::BuildPrivatePluginConfigCmd::Unregister();
 }
 
 } // namespace vynaudiofilterhost

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 
 /// What a command-line program settles with the system about its standard streams.
@@ -15,6 +16,16 @@ void PrepareConsole();
 /// Writes to the standard output that PrepareConsole has set aside. False when not everything could be written.
 /// [main-thread]
 bool WriteOutput(std::string_view text);
+
+/// Sets standard input aside for ReadInputLine: whoever else reads there finds its end. To be called once, after
+/// PrepareConsole and before anything is loaded.
+/// [main-thread]
+void SetInputAside();
+
+/// Waits for the next line of what SetInputAside has set aside, and gives it without its end. False when there is none
+/// any more; what stands behind the last end of a line is none.
+/// [main-thread]
+bool ReadInputLine(std::string& line);
 
 /// Whether a person looks at standard error.
 /// [any-thread]

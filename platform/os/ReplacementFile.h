@@ -37,6 +37,10 @@ public:
     /// [any-thread]
     ~ReplacementFile();
 
+    /// Removes what objects in a folder have left behind whose processes were ended; those at work stay.
+    /// [any-thread]
+    static void RemoveAbandoned(vyncore::UString const& folder);
+
     /// Open for reading and writing, empty, owned by the object. Not to be closed by others.
     /// [any-thread]
     int GetDescriptor() const noexcept { return mDescriptor; }

@@ -1,16 +1,21 @@
 #include "vynaudiofilterhost/AudioFilter.h"
 #include "vynaudiofilterhost/AudioFilterEditor.h"
+#include "vynaudiofilterhost/AudioFilterProxy.h"
 #include "vynaudiofilterhost/catalogue/AudioFilterDescriptor.h"
 #include "vynaudiofilterhost/catalogue/AudioFilterDescriptorManager.h"
 #include "vynaudiofilterhost/catalogue/AudioFilterLegacyIDMapper.h"
 #include "vynaudiofilterhost/catalogue/AudioFilterRegistrar.h"
 #include "vynaudiofilterhost/catalogue/CreateAudioFilter.h"
 #include "vynaudiofilterhost/catalogue/LegacyFilters.h"
+#include "vynaudiofilterhost/catalogue/UsageLogging.h"
 #include "vynaudiofilterhost/inventory/PluginModule.h"
 #include "vynaudiofilterhost/inventory/PluginModuleInfo.h"
+#include "vynaudiofilterhost/inventory/PluginModuleScanner.h"
+#include "vynaudiofilterhost/inventory/PrivatePluginConfig.h"
 #include "vynaudiofilterhost/Library.h"
 #include "vynaudiofilterhost/MainThread.h"
 #include "vynaudiofilterhost/OpenPluginModule.h"
+#include "vyncore/config/UsageLogger.h"
 #include "vyncore/proplist/PropList.h"
 
 #include <gtest/gtest.h>
@@ -94,6 +99,15 @@ public:
     UString GetParameterString(float) const override { return {}; }
 };
 
+class StrangersLogger : public vyncore::config::UsageLogger {
+public:
+    std::shared_ptr<vyncore::config::UsageLoggerGroup>
+    OpenGroup(std::string const&, std::string const&, std::string const&, std::string const& argument) override {
+        return asked = argument, nullptr;
+    }
+    std::string asked;
+};
+
 class FilterApiTest : public testing::Test {
 protected:
     FilterApiTest() { EXPECT_TRUE(Initialize(false)); }
@@ -151,6 +165,19 @@ TEST_F(FilterApiTest, AStrangersModuleStandsInForAPlugin) {
     auto const filter = module->CreateAudioFilter(ids.at(0));
     EXPECT_NE(dynamic_cast<Gain*>(filter.get()), nullptr);
     EXPECT_EQ(filter->GetID(), u"stranger.gain");
+}
+
+TEST_F(FilterApiTest, AFilterIsReplacedByAProxyReportedAndScannedFor) {
+    boost::intrusive_ptr<AudioFilterProxy> const proxy(new AudioFilterProxy(new Gain));
+    EXPECT_NE(dynamic_cast<Gain*>(proxy->CreateAudioFilterFromZombieState().get()), nullptr);
+    auto const logger = std::make_shared<StrangersLogger>();
+    vyncore::config::UsageLogger::Set(logger);
+    LogAudioFilterUsage(boost::intrusive_ptr<AudioFilter>(proxy), "", "argument");
+    vyncore::config::UsageLogger::Set(nullptr);
+    EXPECT_EQ(logger->asked, "argument");
+    boost::intrusive_ptr<PluginModuleScanner> const scanner(new PluginModuleScanner({}, false, false, false));
+    EXPECT_FALSE(scanner->ContinueScan());
+    utility::SetPrivatePluginConfigFromFile(u"/no/such/file.xml", u"", u"");
 }
 
 TEST_F(FilterApiTest, TheOtherBasesCanBeDerivedFrom) {

@@ -20,7 +20,10 @@ TEST(FuzzSeedsTest, SeedsAndTheirBeginningsKeepWhatMustHold) {
                                          std::pair<char const*, Target>{"channel_map", FuzzChannelMap},
                                          std::pair<char const*, Target>{"property_list", FuzzPropertyList},
                                          std::pair<char const*, Target>{"state_chunk", FuzzStateChunk},
-                                         std::pair<char const*, Target>{"preset_file", FuzzPresetFile}}) {
+                                         std::pair<char const*, Target>{"preset_file", FuzzPresetFile},
+                                         std::pair<char const*, Target>{"inventory_settings", FuzzInventorySettings},
+                                         std::pair<char const*, Target>{"ban_list", FuzzBanList},
+                                         std::pair<char const*, Target>{"static_ban_list", FuzzStaticBanList}}) {
         int seeds = 0;
         for (auto const& entry : std::filesystem::directory_iterator(std::filesystem::path(VYN_FUZZ_SEEDS) / folder)) {
             std::ifstream file(entry.path(), std::ios::binary);

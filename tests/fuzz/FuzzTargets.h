@@ -23,6 +23,15 @@ void FuzzPropertyList(std::uint8_t const* data, std::size_t size);
 /// The chunk of a VST3 plug-in's preset.
 void FuzzStateChunk(std::uint8_t const* data, std::size_t size);
 
+/// The file of the inventory's settings.
+void FuzzInventorySettings(std::uint8_t const* data, std::size_t size);
+
+/// The file of the dynamic ban list.
+void FuzzBanList(std::uint8_t const* data, std::size_t size);
+
+/// The file of the static ban list.
+void FuzzStaticBanList(std::uint8_t const* data, std::size_t size);
+
 /// A preset file of a VST3 plug-in.
 void FuzzPresetFile(std::uint8_t const* data, std::size_t size);
 

@@ -1,6 +1,6 @@
 #include "vynaudiofilterhost/catalogue/AudioFilterDescriptorManager.h"
 
-#include "vynaudiofilterhost/catalogue/NumberedSections.h"
+#include "vyncore/proplist/NumberedKeys.h"
 #include "vyncore/proplist/PropList.h"
 
 #include <string>
@@ -38,14 +38,14 @@ void AudioFilterDescriptorManager::RemoveAudioFilterDescriptor(InfoPointer const
     if (!mInfos.Remove(*descriptor))
         return;
     // The ID goes even when it led to another descriptor, or when another one still bears it.
-    mIDMap.erase(descriptor->GetUniqueID());
+    mIDMap.Remove(descriptor->GetUniqueID());
     if (mInfos.FindFirst(descriptor->GetUniqueID()))
         mStrayIDs.insert(descriptor->GetUniqueID());
 }
 
 void AudioFilterDescriptorManager::DoAddAudioFilterDescriptor(InfoPointer const& descriptor) {
     if (mInfos.Add(descriptor, mSynthsEnabled || !descriptor->IsSynth()))
-        mIDMap.emplace(descriptor->GetUniqueID(), descriptor);
+        mIDMap.Add(descriptor);
 }
 
 AudioFilterDescriptorManager::InfoIterator AudioFilterDescriptorManager::InfoBegin() const {
@@ -59,8 +59,7 @@ AudioFilterDescriptorManager::InfoIterator AudioFilterDescriptorManager::InfoEnd
 AudioFilterDescriptorManager::InfoPointer
 AudioFilterDescriptorManager::GetComponentDescriptorForID(UString const& id) const {
     auto const legacy = mLegacyIDMap.find(id);
-    auto const found = mIDMap.find(legacy != mLegacyIDMap.end() ? legacy->second : id);
-    return found != mIDMap.end() ? found->second : nullptr;
+    return mIDMap.Find(legacy != mLegacyIDMap.end() ? legacy->second : id);
 }
 
 void AudioFilterDescriptorManager::AddLegacyToCurrentIDMapping(UString const& legacyID, UString const& currentID) {
@@ -88,10 +87,10 @@ AudioFilterDescriptorManager::Infos AudioFilterDescriptorManager::GetExternalInf
     return mInfos.GetAll(false);
 }
 
-AudioFilterDescriptorManager::IDMap AudioFilterDescriptorManager::BuildComponentDescriptorMap(Infos const& infos) {
-    IDMap map;
+DescriptorMap AudioFilterDescriptorManager::BuildComponentDescriptorMap(Infos const& infos) {
+    DescriptorMap map;
     for (InfoPointer const& info : infos)
-        map.emplace(info->GetUniqueID(), info);
+        map.Add(info);
     return map;
 }
 
@@ -103,20 +102,20 @@ void AudioFilterDescriptorManager::ClearExternalInfos() {
 }
 
 bool AudioFilterDescriptorManager::ClearInfosForLocator(PluginLocator const& locator) {
-    std::size_t const formerIDs = mIDMap.size();
+    std::size_t const formerIDs = mIDMap.GetSize();
     // Only what has changed is looked at, for many modules may be cleared one after the other.
     for (InfoPointer const& info : mInfos.RemoveLocator(locator))
         LeadToFirst(info->GetUniqueID());
     for (UString const& id : std::exchange(mStrayIDs, {}))
         LeadToFirst(id);
-    return mIDMap.size() != formerIDs;
+    return mIDMap.GetSize() != formerIDs;
 }
 
 void AudioFilterDescriptorManager::LeadToFirst(UString const& id) {
     if (InfoPointer const first = mInfos.FindFirst(id))
-        mIDMap[id] = first;
+        mIDMap.Set(first);
     else
-        mIDMap.erase(id);
+        mIDMap.Remove(id);
 }
 
 void AudioFilterDescriptorManager::ReadExternalComponentDescriptors(PropList const& list, bool merge) {
@@ -124,9 +123,9 @@ void AudioFilterDescriptorManager::ReadExternalComponentDescriptors(PropList con
         ClearExternalInfos();
     int count = 0;
     list.GetValue(kCountKey, count);
-    for (PropList const* const section : FindNumberedSections(list, kSectionStem, count)) {
+    for (PropList const* const section : vyncore::proplist::utils::FindNumberedLists(list, kSectionStem, count)) {
         InfoPointer const descriptor(new AudioFilterDescriptor(*section));
-        if (!mIDMap.contains(descriptor->GetUniqueID()))
+        if (!mIDMap.Find(descriptor->GetUniqueID()))
             DoAddAudioFilterDescriptor(descriptor);
     }
 }

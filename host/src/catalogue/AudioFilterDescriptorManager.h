@@ -2,6 +2,7 @@
 
 #include "vynaudiofilterhost/catalogue/AudioFilterDescriptor.h"
 #include "vynaudiofilterhost/catalogue/CatalogueLists.h"
+#include "vynaudiofilterhost/catalogue/DescriptorMap.h"
 #include "vynaudiofilterhost/inventory/PluginLocator.h"
 #include "vyncore/allocator/STLAllocator.h"
 #include "vyncore/Export.h"
@@ -93,7 +94,6 @@ public:
 
 private:
     using Infos = CatalogueLists::Infos;
-    using IDMap = std::map<vyncore::UString, InfoPointer>;
     using LegacyIDMap = std::map<vyncore::UString, vyncore::UString, std::less<vyncore::UString>,
                                  vyncore::allocator::STLAllocator<std::pair<vyncore::UString const, vyncore::UString>>>;
 
@@ -104,11 +104,11 @@ private:
     void RemoveAudioFilterDescriptor(InfoPointer const& descriptor);
     Infos GetInternalInfos() const;
     Infos GetExternalInfos() const;
-    static IDMap BuildComponentDescriptorMap(Infos const& infos);
+    static DescriptorMap BuildComponentDescriptorMap(Infos const& infos);
     void LeadToFirst(vyncore::UString const& id);
 
     CatalogueLists mInfos;
-    IDMap mIDMap;
+    DescriptorMap mIDMap;
     std::set<vyncore::UString> mStrayIDs; ///< those that mIDMap leads to none of their descriptors or not to the first
     LegacyIDMap mLegacyIDMap;
     bool mSynthsEnabled = false;

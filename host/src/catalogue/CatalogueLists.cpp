@@ -1,86 +1,74 @@
 #include "vynaudiofilterhost/catalogue/CatalogueLists.h"
 
-#include "vyncore/filesupport/CompareFileNames.h"
+#include "vynaudiofilterhost/catalogue/DescriptorMap.h"
+#include "vynaudiofilterhost/inventory/LocatorOrder.h"
 
-#include <algorithm>
-#include <functional>
-#include <string_view>
 #include <utility>
 
 namespace vynaudiofilterhost {
 
 using vyncore::UString;
 
-namespace {
-
-std::size_t HashOf(UString const& id) {
-    return std::hash<std::u16string_view>()(id);
-}
-
-std::size_t HashOf(PluginLocator const& locator) {
-    return std::hash<std::string_view>()(vyncore::filesupport::FileNameKey(locator.GetPath()));
-}
-
-} // namespace
-
 template <class Condition>
-bool CatalogueLists::Contains(AudioFilterDescriptor const& info, Condition const& condition) const {
-    auto const [first, last] = mByID.equal_range(HashOf(info.GetUniqueID()));
-    return std::any_of(first, last,
-                       [&](auto const& place) { return condition(*place.second) && *place.second->info == info; });
+CatalogueLists::Entry* CatalogueLists::FindByID(UString const& id, Condition const& condition) const {
+    return mByID.FindIf(HashOfID(id), condition);
 }
 
 bool CatalogueLists::Add(Pointer const& info, bool offered) {
-    bool const toAll = !Contains(*info, [](Entry const& entry) { return entry.inAll; });
-    bool const toVisible = offered && !Contains(*info, [](Entry const& entry) { return entry.visible; });
+    auto const isEqual = [&info](Entry const& entry) { return *entry.info == *info; };
+    UString const& id = info->GetUniqueID();
+    bool const toAll = !FindByID(id, [&](Entry const& entry) { return entry.inAll && isEqual(entry); });
+    bool const toVisible =
+        offered && !FindByID(id, [&](Entry const& entry) { return entry.visible && isEqual(entry); });
     if (toAll || toVisible)
         Append(info, toAll, toVisible);
     return toAll;
 }
 
 void CatalogueLists::Append(Pointer const& info, bool inAll, bool visible) {
-    mEntries.push_back({info, inAll, visible, {}, {}});
-    Entry& entry = mEntries.back();
-    entry.byID = mByID.emplace(HashOf(info->GetUniqueID()), &entry);
-    entry.byFile = mByFile.emplace(HashOf(info->GetLocator()), &entry);
-    mByObject.emplace(info.get(), std::prev(mEntries.end()));
+    Entry& entry = mEntries.emplace_back();
+    entry.info = info;
+    entry.inAll = inAll;
+    entry.visible = visible;
+    entry.place = std::prev(mEntries.end());
+    mByID.Add(entry, HashOfID(info->GetUniqueID()));
+    mByFile.Add(entry, HashOfFile(info->GetLocator()));
     if (inAll != visible)
-        mInOneList.insert(info.get());
+        mInOneList.insert(&entry);
     if (visible && mVisibleKnown)
         mVisible.push_back(info);
 }
 
 bool CatalogueLists::Remove(AudioFilterDescriptor const& info) {
-    auto const found = mByObject.find(&info);
-    if (found == mByObject.end())
-        return false;
-    bool const wasInAll = found->second->inAll;
-    Erase(info);
+    Entry* const entry =
+        FindByID(info.GetUniqueID(), [&info](Entry const& candidate) { return candidate.info.get() == &info; });
+    bool const wasInAll = entry && entry->inAll;
+    if (entry)
+        Erase(*entry);
     return wasInAll;
 }
 
-void CatalogueLists::Erase(AudioFilterDescriptor const& info) {
-    auto const found = mByObject.find(&info);
-    Entries::iterator const entry = found->second;
-    if (entry->visible)
+void CatalogueLists::Erase(Entry& entry) {
+    if (entry.visible)
         ForgetVisible();
-    mByID.erase(entry->byID);
-    mByFile.erase(entry->byFile);
-    mInOneList.erase(&info);
-    mByObject.erase(found);
-    mEntries.erase(entry);
+    mByID.Remove(entry);
+    mByFile.Remove(entry);
+    mInOneList.erase(&entry);
+    mEntries.erase(entry.place);
 }
 
 CatalogueLists::Infos CatalogueLists::RemoveLocator(PluginLocator const& locator) {
-    Infos removed;
-    auto const [first, last] = mByFile.equal_range(HashOf(locator));
-    for (auto place = first; place != last; ++place) {
-        Entry const& entry = *place->second;
+    std::vector<Entry*> entries;
+    mByFile.FindIf(HashOfFile(locator), [&](Entry& entry) {
         if (entry.info->GetLocator() == locator)
-            removed.push_back(entry.info);
+            entries.push_back(&entry);
+        return false;
+    });
+    Infos removed;
+    for (Entry* const entry : entries) {
+        removed.push_back(entry->info);
+        Erase(*entry);
     }
-    for (Pointer const& info : removed)
-        Erase(*info);
     ShowAll();
     return removed;
 }
@@ -89,19 +77,17 @@ void CatalogueLists::ShowAll() {
     if (mInOneList.empty())
         return;
     ForgetVisible();
-    for (AudioFilterDescriptor const* const info : std::exchange(mInOneList, {})) {
-        Entry& entry = *mByObject.at(info);
-        entry.visible = true;
-        if (!entry.inAll)
-            Erase(*info);
+    for (Entry* const entry : std::exchange(mInOneList, {})) {
+        entry->visible = true;
+        if (!entry->inAll)
+            Erase(*entry);
     }
 }
 
 void CatalogueLists::Assign(Infos const& infos) {
-    mByID.clear();
-    mByFile.clear();
+    mByID.Clear();
+    mByFile.Clear();
     mInOneList.clear();
-    mByObject.clear();
     mEntries.clear();
     mVisible.clear();
     mVisibleKnown = true;
@@ -110,10 +96,9 @@ void CatalogueLists::Assign(Infos const& infos) {
 }
 
 CatalogueLists::Pointer CatalogueLists::FindFirst(UString const& id) const {
-    auto const [first, last] = mByID.equal_range(HashOf(id));
-    auto const found = std::find_if(
-        first, last, [&](auto const& place) { return place.second->inAll && place.second->info->GetUniqueID() == id; });
-    return found != last ? found->second->info : nullptr;
+    Entry const* const found =
+        FindByID(id, [&id](Entry const& entry) { return entry.inAll && entry.info->GetUniqueID() == id; });
+    return found ? found->info : nullptr;
 }
 
 CatalogueLists::Infos CatalogueLists::GetAll(bool internal) const {

@@ -1,15 +1,13 @@
 #pragma once
 
 #include "vynaudiofilterhost/catalogue/AudioFilterDescriptor.h"
+#include "vynaudiofilterhost/inventory/HashGroups.h"
 #include "vynaudiofilterhost/inventory/PluginLocator.h"
 #include "vyncore/strings/UString.h"
 
 #include <boost/smart_ptr/intrusive_ptr.hpp>
 
-#include <cstddef>
 #include <list>
-#include <map>
-#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
@@ -54,30 +52,26 @@ public:
     Infos const& GetVisible() const;
 
 private:
-    struct Entry;
-    using Index = std::multimap<std::size_t, Entry*>; ///< from a hash; what has the same one in the order of adding
-
     struct Entry {
         Pointer info;
-        bool inAll;
-        bool visible;
-        Index::iterator byID;
-        Index::iterator byFile;
+        bool inAll = false;
+        bool visible = false;
+        HashGroupHook<Entry> byID;
+        HashGroupHook<Entry> byFile;
+        std::list<Entry>::iterator place;
     };
-    using Entries = std::list<Entry>;
 
     template <class Condition>
-    bool Contains(AudioFilterDescriptor const& info, Condition const& condition) const;
+    Entry* FindByID(vyncore::UString const& id, Condition const& condition) const;
     void Append(Pointer const& info, bool inAll, bool visible);
-    void Erase(AudioFilterDescriptor const& info);
+    void Erase(Entry& entry);
     void ShowAll();
     void ForgetVisible() const;
 
-    Entries mEntries;
-    std::unordered_map<AudioFilterDescriptor const*, Entries::iterator> mByObject;
-    Index mByID;
-    Index mByFile;
-    std::unordered_set<AudioFilterDescriptor const*> mInOneList; ///< entries that only one of the lists has
+    std::list<Entry> mEntries;
+    HashGroups<Entry, &Entry::byID> mByID;
+    HashGroups<Entry, &Entry::byFile> mByFile;
+    std::unordered_set<Entry*> mInOneList; ///< those that only one of the lists has
 
     // Made when somebody looks: it need not be kept in order while many modules are cleared and filled again.
     mutable Infos mVisible;

@@ -2,6 +2,7 @@
 
 #include "vynaudiofilterhost/catalogue/AudioFilterFactory.h"
 #include "vynaudiofilterhost/catalogue/DescriptorLookup.h"
+#include "vynaudiofilterhost/inventory/PluginModuleInfoManager.h"
 
 namespace vynaudiofilterhost::utility {
 
@@ -12,6 +13,9 @@ boost::intrusive_ptr<AudioFilter> CreateAudioFilter(vyncore::UString const& id) 
     if (!descriptor)
         descriptor = FindRenamedDescriptor(id);
     if (!descriptor || !descriptor->IsEnabled())
+        return nullptr;
+    if (!descriptor->IsInternal() &&
+        !PluginModuleInfoManager::GetInstance().IsPluginEnabled(descriptor->GetLocator(), false))
         return nullptr;
     return AudioFilterFactory::GetInstance().CreateAudioFilter(descriptor->GetUniqueID());
 }

@@ -4,7 +4,9 @@
 #include "vyncore/strings/StringUtils.h"
 
 #include <cerrno>
+#include <charconv>
 #include <chrono>
+#include <csignal>
 #include <fcntl.h>
 #include <filesystem>
 #include <stdexcept>
@@ -16,6 +18,9 @@
 namespace os {
 
 namespace {
+
+std::string const kTemporaryStart = ".vyn-";
+std::string const kTemporaryEnd = ".tmp";
 
 [[noreturn]] void ThrowSystemError(std::string const& what, int error = errno) {
     throw std::runtime_error(what + ": " + std::system_category().message(error));
@@ -79,8 +84,18 @@ std::filesystem::path ResolveTarget(std::string const& target) {
 // Processes that have nothing but the folder in common, and those that were ended, leave each other names to take.
 std::string MakeTemporaryName() {
     auto const now = std::chrono::system_clock::now().time_since_epoch();
-    return ".vyn-" + std::to_string(::getpid()) + "-" +
-           std::to_string(std::chrono::duration_cast<std::chrono::nanoseconds>(now).count()) + ".tmp";
+    return kTemporaryStart + std::to_string(::getpid()) + "-" +
+           std::to_string(std::chrono::duration_cast<std::chrono::nanoseconds>(now).count()) + kTemporaryEnd;
+}
+
+// A process that has the number of one that was ended keeps the file from being removed, for now.
+bool IsAbandoned(std::string const& name) {
+    if (!name.starts_with(kTemporaryStart) || !name.ends_with(kTemporaryEnd))
+        return false;
+    pid_t process = 0;
+    std::size_t const start = kTemporaryStart.size();
+    auto const [end, error] = std::from_chars(name.data() + start, name.data() + name.size(), process);
+    return error == std::errc() && process > 0 && *end == '-' && ::kill(process, 0) != 0 && errno == ESRCH;
 }
 
 int OpenTemporary(std::filesystem::path const& target, std::string& temporary,
@@ -144,6 +159,15 @@ ReplacementFile::~ReplacementFile() {
         ::close(mDescriptor);
     if (!mTemporary.empty())
         ::unlink(mTemporary.c_str());
+}
+
+void ReplacementFile::RemoveAbandoned(vyncore::UString const& folder) {
+    std::error_code failed;
+    for (std::filesystem::directory_iterator it(ToNativePath(folder).value_or(std::string()), failed), end;
+         !failed && it != end; it.increment(failed)) {
+        if (IsAbandoned(it->path().filename().native()))
+            ::unlink(it->path().c_str());
+    }
 }
 
 bool ReplacementFile::Write(std::string_view bytes) {

@@ -11,6 +11,7 @@ namespace vyncore::filesupport {
 VYN_API int CompareFileNames(UString const& left, UString const& right);
 
 /// A text that two paths have in common exactly when CompareFileNames gives 0, to find files by. It is no path.
+/// Texts of two paths order by their bytes as CompareFileNames orders the paths.
 /// [any-thread]
 VYN_API UTF8String FileNameKey(UString const& path);
 

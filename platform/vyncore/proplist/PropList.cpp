@@ -1,5 +1,6 @@
 #include "vyncore/proplist/PropList.h"
 
+#include "os/Heap.h"
 #include "vyncore/strings/StringUtils.h"
 
 #include <algorithm>
@@ -100,11 +101,18 @@ PropList::PropList(PropList&& other) noexcept = default;
 // Whatever goes through a whole tree keeps a list of what is left to do: a tree may be deeper than calls can go. Here
 // the nodes themselves are the list, so that nothing is allocated.
 PropList::~PropList() {
+    std::size_t freed = mLists.size();
     std::multimap<UTF8String, std::unique_ptr<PropList>, std::less<>> waiting;
-    for (waiting.merge(mLists); !waiting.empty();) {
+    for (auto const& [key, list] : mLists)
+        waiting.merge(list->mLists);
+    for (; !waiting.empty(); ++freed) {
         auto const next = waiting.extract(waiting.begin());
         waiting.merge(next.mapped()->mLists);
     }
+    mLists.clear(); // none of them has any below it now
+    constexpr std::size_t kVeryMany = 4096;
+    if (freed > kVeryMany)
+        os::JoinFreedMemory();
 }
 
 PropList::PropList(PropList const& other) : PropList() {
@@ -148,13 +156,24 @@ PropList const* PropList::FindList(std::string_view key) const {
 }
 
 PropList& PropList::CreateList(std::string_view key) {
-    if (PropList* const existing = FindList(key))
-        return *existing;
-    return *mLists.emplace(UTF8String(key), std::make_unique<PropList>()).first->second;
+    // Lists that are stored come in their order.
+    bool const isLast = !mLists.empty() && mLists.rbegin()->first < key;
+    auto const place = isLast ? mLists.end() : mLists.lower_bound(key);
+    if (place != mLists.end() && place->first == key)
+        return *place->second;
+    return *mLists.emplace_hint(place, UTF8String(key), std::make_unique<PropList>())->second;
 }
 
 std::vector<UTF8String> PropList::GetListNames() const {
     return Keys(mLists);
+}
+
+std::vector<std::pair<std::string_view, PropList const*>> PropList::GetLists() const {
+    std::vector<std::pair<std::string_view, PropList const*>> lists;
+    lists.reserve(mLists.size());
+    for (auto const& [name, list] : mLists)
+        lists.emplace_back(name, list.get());
+    return lists;
 }
 
 std::vector<UTF8String> PropList::GetValueNames() const {

@@ -9,6 +9,7 @@
 #include <map>
 #include <memory>
 #include <string_view>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -66,6 +67,10 @@ public:
     /// [any-thread]
     std::vector<UTF8String> GetListNames() const;
     std::vector<UTF8String> GetValueNames() const;
+
+    /// All sub-lists with their names, in the order of these. Holds until the list changes.
+    /// [any-thread]
+    std::vector<std::pair<std::string_view, PropList const*>> GetLists() const;
 
     /// All values in the order of their keys, with the types they were written with.
     /// [any-thread]

@@ -11,7 +11,7 @@
 namespace vyncore::proplist::utils {
 
 /// The largest file that is read or written.
-constexpr std::size_t kMostFileBytes = std::size_t{64} << 20;
+constexpr std::size_t kMostFileBytes = std::size_t{256} << 20;
 
 /// Reads a list from a file. With `merge` what it holds is laid over `list`: its values take the place of those with
 /// the same keys, list by list all the way down, and everything else stays; otherwise it takes the place of all.

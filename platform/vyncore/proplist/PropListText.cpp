@@ -5,9 +5,7 @@
 #include "vyncore/xml/References.h"
 
 #include <pugixml.hpp>
-#include <utf8.h>
 
-#include <algorithm>
 #include <concepts>
 #include <new>
 #include <stdexcept>
@@ -93,21 +91,45 @@ void AddValue(pugi::xml_node parent, UTF8String const& key, PropList::Value cons
     std::visit(add, value);
 }
 
-void AddContent(pugi::xml_node element, PropList const& list, std::size_t level) {
-    if (level > kMostListLevels)
-        throw std::length_error("a property list is nested too deep to be written");
-    for (auto const& [key, value] : list.GetValues())
-        AddValue(element, key, value);
-    for (UTF8String const& key : list.GetListNames())
-        AddContent(AddElement(element, kList, key), *list.FindList(key), level + 1);
-}
-
 class Output final : public pugi::xml_writer {
 public:
     UTF8String text;
 
     void write(void const* data, std::size_t size) override { text.append(static_cast<char const*>(data), size); }
 };
+
+constexpr char const* kIndent = "  ";
+
+void Print(pugi::xml_node node, unsigned depth, Output& output) {
+    node.print(output, kIndent, pugi::format_indent, pugi::encoding_utf8, depth);
+}
+
+void PrintValues(PropList const& list, unsigned depth, Output& output) {
+    pugi::xml_document values;
+    for (auto const& [key, value] : list.GetValues())
+        AddValue(values, key, value);
+    for (pugi::xml_node const element : values.children())
+        Print(element, depth, output);
+}
+
+// Takes the element of a list, which has no content yet. List by list, so that a large tree is not built once more.
+void PrintList(pugi::xml_node element, PropList const& list, unsigned depth, Output& output) {
+    if (depth >= kMostListLevels)
+        throw std::length_error("a property list is nested too deep to be written");
+    Print(element, depth, output);
+    if (list.IsEmpty())
+        return;
+    constexpr std::string_view kEmptyEnd = " />\n";
+    output.text.replace(output.text.size() - kEmptyEnd.size(), kEmptyEnd.size(), ">\n");
+    PrintValues(list, depth + 1, output);
+    for (auto const& [key, sublist] : list.GetLists()) {
+        pugi::xml_document inner;
+        PrintList(AddElement(inner, kList, UTF8String(key)), *sublist, depth + 1, output);
+    }
+    for (unsigned level = 0; level < depth; ++level)
+        output.text += kIndent;
+    output.text.append("</").append(element.name()).append(">\n");
+}
 
 // Reading.
 struct BadText {};
@@ -206,13 +228,6 @@ pugi::xml_node FindRoot(pugi::xml_document const& document) {
     return root;
 }
 
-// The library takes them as they come, and a zero for the end.
-bool HoldsForbidden(UTF8String const& text) {
-    auto const isForbidden = [](char unit) { return !xml::IsXMLCharacter(static_cast<unsigned char>(unit)); };
-    return std::ranges::any_of(text, isForbidden) || !utf8::is_valid(text.begin(), text.end()) ||
-           text.find("\xEF\xBF\xBE") != text.npos || text.find("\xEF\xBF\xBF") != text.npos;
-}
-
 // References are left as they are: the library lets pass those that stand for nothing. A fragment is asked for so that
 // text outside the outermost element, and a document type, show; blanks, so that a text has those between its comments.
 constexpr unsigned kParseOptions =
@@ -224,9 +239,9 @@ UTF8String WritePropList(PropList const& list) {
     pugi::xml_document document;
     pugi::xml_node const root = Need(document.append_child(kRoot));
     AddAttribute(root, "version", kVersion);
-    AddContent(root, list, 1);
     Output output;
-    document.save(output, "  ", pugi::format_indent, pugi::encoding_utf8);
+    output.text = "<?xml version=\"1.0\"?>\n";
+    PrintList(root, list, 0, output);
     return std::move(output.text);
 }
 
@@ -235,7 +250,8 @@ bool ReadPropList(UTF8String const& text, PropList& list) {
 }
 
 bool ReadPropList(UTF8String&& text, PropList& list) {
-    if (HoldsForbidden(text))
+    // The library takes them as they come, and a zero for the end.
+    if (!xml::IsXMLText(text))
         return false;
     pugi::xml_document document;
     // With the text's final zero: the library puts one in the place of the last character.

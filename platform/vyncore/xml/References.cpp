@@ -49,6 +49,12 @@ bool IsXMLCharacter(char32_t code) noexcept {
     return !isControl && !isHalfPair && code != 0xFFFE && code != 0xFFFF && code <= 0x10FFFF;
 }
 
+bool IsXMLText(std::string_view utf8) noexcept {
+    auto const isForbidden = [](char unit) { return !IsXMLCharacter(static_cast<unsigned char>(unit)); };
+    return std::none_of(utf8.begin(), utf8.end(), isForbidden) && utf8::is_valid(utf8.begin(), utf8.end()) &&
+           utf8.find("\xEF\xBF\xBE") == utf8.npos && utf8.find("\xEF\xBF\xBF") == utf8.npos;
+}
+
 bool ResolveReferences(std::string_view raw, UTF8String& text) {
     text.clear();
     for (std::size_t at = raw.find('&'); at != raw.npos; at = raw.find('&')) {

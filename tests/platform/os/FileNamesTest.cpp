@@ -36,6 +36,7 @@ TEST(FileNamesTest, OrdersAllTextsStrictly) {
             int const order = os::CompareFileNames(one, other);
             EXPECT_EQ(order == 0, one == other);
             EXPECT_EQ(order == 0, os::FileNameKey(one) == os::FileNameKey(other));
+            EXPECT_EQ(order < 0, os::FileNameKey(one) < os::FileNameKey(other));
             EXPECT_EQ(os::CompareFileNames(other, one), -order);
             for (UString const& third : texts) {
                 bool const ascends = order < 0 && os::CompareFileNames(other, third) < 0;

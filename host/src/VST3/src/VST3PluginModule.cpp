@@ -1,6 +1,7 @@
 #include "vynaudiofilterhost/VST3/src/VST3PluginModule.h"
 
 #include "vynaudiofilterhost/catalogue/AudioFilterDescriptor.h"
+#include "vynaudiofilterhost/inventory/BannedPluginManager.h"
 #include "vynaudiofilterhost/inventory/PluginModuleInfo.h"
 #include "vynaudiofilterhost/PluginCounts.h"
 #include "vynaudiofilterhost/VST3/src/PluginPointer.h"
@@ -158,10 +159,13 @@ boost::intrusive_ptr<PluginModuleInfo> VST3PluginModule::ReadInfo(std::vector<US
     UString vendor;
     if (mFactory->getFactoryInfo(&factoryInfo) == kResultOk)
         vendor = vyncore::string::UTF8to16(TextOf(factoryInfo.vendor));
+    // A VST3 module has no ID and no version of its own to be banned by.
+    vyncore::filesupport::File const file(GetPath());
+    if (BannedPluginManager::GetInstance().IsPluginBannedStatically(file.GetName(), u"none", u"0"))
+        return nullptr;
     classIDs = CollectAudioClassIDs(count);
-    return new PluginModuleInfo(PluginLocator(kTechnologyVST3, GetPath()),
-                                vyncore::filesupport::File(GetPath()).GetTitle(), vendor, 0, kTechnologyVST3, true,
-                                classIDs.size() > 1);
+    return new PluginModuleInfo(PluginLocator(kTechnologyVST3, GetPath()), file.GetTitle(), vendor, 0, kTechnologyVST3,
+                                true, classIDs.size() > 1);
 }
 
 std::vector<UString> VST3PluginModule::CollectAudioClassIDs(int32 count) const {

@@ -32,7 +32,8 @@ public:
     /// A suspended filter of the class, or null. [main-thread]
     boost::intrusive_ptr<AudioFilter> CreateAudioFilter(vyncore::UString const& classID) override;
 
-    /// The module's facts and the IDs of its audio classes; null, and no IDs, when it has no class at all.
+    /// The module's facts and the IDs of its audio classes; null, and no IDs, when it has no class at all and when its
+    /// file is banned by name (BannedPluginManager).
     /// [main-thread]
     boost::intrusive_ptr<PluginModuleInfo> GetPluginInfo(std::vector<vyncore::UString>& classIDs) override;
 

@@ -1,29 +1,11 @@
 #include "os/SpecialFolders.h"
+#include "support/ScopedVariable.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <optional>
-#include <string>
-
 namespace {
 
-/// Sets an environment variable for one test (null takes it away) and puts the old value back.
-class ScopedVariable {
-public:
-    ScopedVariable(char const* name, char const* value) : mName(name) {
-        if (char const* const before = std::getenv(name))
-            mBefore = before;
-        Set(value);
-    }
-    ~ScopedVariable() { Set(mBefore ? mBefore->c_str() : nullptr); }
-
-private:
-    void Set(char const* value) const { value ? setenv(mName, value, 1) : unsetenv(mName); }
-
-    char const* mName;
-    std::optional<std::string> mBefore;
-};
+using vyntest::ScopedVariable;
 
 TEST(SpecialFoldersTest, TheEnvironmentDecidesUnlessItsPathIsRelative) {
     ScopedVariable const home("HOME", "/home/somebody/");

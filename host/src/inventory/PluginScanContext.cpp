@@ -1,0 +1,9 @@
+#include "vynaudiofilterhost/inventory/PluginScanContext.h"
+
+namespace vynaudiofilterhost {
+
+PluginScanContext::PluginScanContext() = default;
+
+PluginScanContext::~PluginScanContext() = default;
+
+} // namespace vynaudiofilterhost

@@ -1,0 +1,9 @@
+#include "vyncore/config/UsageLoggerGroup.h"
+
+namespace vyncore::config {
+
+UsageLoggerGroup::UsageLoggerGroup() = default;
+
+UsageLoggerGroup::~UsageLoggerGroup() = default;
+
+} // namespace vyncore::config

@@ -1,0 +1,101 @@
+#pragma once
+
+#include "apps/RunVynhost.h"
+#include "os/ChildProcess.h"
+#include "support/FixtureModule.h"
+#include "support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <chrono>
+#include <csignal>
+#include <fstream>
+#include <functional>
+#include <iterator>
+#include <set>
+#include <thread>
+
+namespace vyntest {
+
+/// A folder with modules of the test's choice, and one for what vynhost keeps; the program is run over both.
+class ScanTest : public testing::Test {
+protected:
+    using json = nlohmann::json;
+    using Names = std::set<std::string>;
+
+    /// Puts a copy of a module of tests/plugins/BadModule.cpp into the folder.
+    void Add(std::string const& module, std::string const& as = {}) const {
+        std::filesystem::copy_file(vynfixtures::FixturePath("bad/" + module + ".vst3"), Path(as.empty() ? module : as),
+                                   std::filesystem::copy_options::overwrite_existing);
+    }
+
+    std::filesystem::path Path(std::string const& module) const { return mPlugins.Path() / (module + ".vst3"); }
+
+    ProgramResult Run(std::vector<std::string> const& arguments, std::string const& shell = {}) const {
+        return RunVynhost(arguments,
+                          shell + " VYNHOST_HOME=" + mHome.Path().string() + " VST3_PATH=" + mPlugins.Path().string());
+    }
+
+    json RunForJSON(std::vector<std::string> arguments) const {
+        arguments.push_back("--json");
+        ProgramResult const result = Run(arguments);
+        EXPECT_EQ(result.status, 0) << result.out << result.err;
+        return json::parse(result.out, nullptr, false);
+    }
+
+    /// The rows of a scan by the titles of the modules.
+    std::map<std::string, json> Scan(std::vector<std::string> const& more = {}) const {
+        std::vector<std::string> arguments{"scan", "--jobs", "2"};
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        std::map<std::string, json> rows;
+        json const document = RunForJSON(arguments);
+        for (json const& row : document.at("modules"))
+            rows[Title(row)] = row;
+        return rows;
+    }
+
+    static std::string Title(json const& row) {
+        return std::filesystem::path(row.at("path").get<std::string>()).stem();
+    }
+
+    Names Bans() const {
+        Names names;
+        json const list = RunForJSON({"ban"});
+        for (json const& row : list.at("banned"))
+            names.insert(Title(row));
+        return names;
+    }
+
+    Names List() const {
+        Names names;
+        json const list = RunForJSON({"list"});
+        for (json const& row : list)
+            names.insert(Title(row));
+        return names;
+    }
+
+    /// A scan that goes on while the test does.
+    os::ChildProcess StartScan(std::vector<std::string> const& more = {}) const {
+        std::vector<std::string> arguments{"ASAN_OPTIONS=detect_leaks=0", "VYNHOST_HOME=" + mHome.Path().string(),
+                                           "VST3_PATH=" + mPlugins.Path().string(), VYNHOST_PROGRAM, "scan"};
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        return {"/usr/bin/env", arguments};
+    }
+
+    static void Await(std::function<bool()> const& condition) {
+        for (int turn = 0; turn < 4000 && !condition(); ++turn)
+            std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        ASSERT_TRUE(condition());
+    }
+
+    std::string Content(std::string const& name) const {
+        std::ifstream file(mHome.Path() / name, std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+
+    TemporaryFolder mPlugins;
+    TemporaryFolder mHome;
+};
+
+} // namespace vyntest

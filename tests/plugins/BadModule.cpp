@@ -1,0 +1,200 @@
+#include "plugins/FixtureController.h"
+
+#include <atomic>
+#include <chrono>
+#include <climits>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <stdexcept>
+#include <string_view>
+#include <thread>
+#include <unistd.h>
+#include <vector>
+
+// Compiled once for each module that does harm to whoever opens it; the build says in VYN_BAD_DEED which it does. All
+// else in it is a fixture plug-in that works.
+
+using namespace vynfixtures;
+
+namespace vynfixtures {
+
+ModuleTraits const kModuleTraits{VYN_FIXTURE_NUMBER, false, 1};
+
+}
+
+/// Nobody has it.
+extern "C" void VynFixtureSymbolOfNobody();
+
+namespace {
+
+constexpr std::string_view kDeed = VYN_BAD_DEED;
+constexpr std::chrono::milliseconds kSoon{40};
+constexpr std::chrono::hours kForEver{24};
+
+std::atomic<bool> theEndOfTheLoop{false}; ///< nobody sets it
+
+[[noreturn]] void Crash() {
+    std::raise(SIGSEGV);
+    std::abort();
+}
+
+int FillStack(int depth) {
+    char volatile frame[4096];
+    frame[0] = 1;
+    return depth == 0 ? 0 : FillStack(depth - 1) + frame[0];
+}
+
+[[noreturn]] void FillMemory() {
+    constexpr std::size_t kPiece = std::size_t{16} << 20;
+    while (true)
+        std::memset(std::malloc(kPiece), 1, kPiece);
+}
+
+void Print(std::size_t bytes) {
+    std::vector<char> const text(65536, 'x');
+    for (std::size_t printed = 0; printed < bytes; printed += text.size())
+        if (::write(STDOUT_FILENO, text.data(), text.size()) < 0)
+            return;
+}
+
+void StartProcess(bool returns) {
+    if (::fork() != 0 || returns)
+        return;
+    std::this_thread::sleep_for(kForEver);
+    std::_Exit(0);
+}
+
+struct StaticObject {
+    StaticObject() {
+        if constexpr (kDeed == "abort in a static object")
+            std::abort();
+        if constexpr (kDeed == "throw in a static object")
+            throw std::runtime_error("a static object throws");
+    }
+    ~StaticObject() {
+        if constexpr (kDeed == "crash when unloaded")
+            Crash();
+    }
+} const theObject;
+
+void DoDeedAtEntry() {
+    if constexpr (kDeed == "crash at entry")
+        Crash();
+    if constexpr (kDeed == "loop")
+        while (!theEndOfTheLoop)
+            ;
+    if constexpr (kDeed == "sleep")
+        std::this_thread::sleep_for(kForEver);
+    if constexpr (kDeed == "exit")
+        std::exit(0);
+    if constexpr (kDeed == "throw at entry")
+        throw std::runtime_error("the entry point throws");
+    if constexpr (kDeed == "abort on a thread")
+        std::thread([] { std::abort(); }).join();
+    if constexpr (kDeed == "crash on a thread, later")
+        std::thread([] {
+            std::this_thread::sleep_for(kSoon);
+            Crash();
+        }).detach();
+    if constexpr (kDeed == "leave a process")
+        StartProcess(false);
+    if constexpr (kDeed == "go on in two processes")
+        StartProcess(true);
+    if constexpr (kDeed == "fill the stack")
+        FillStack(INT_MAX);
+    if constexpr (kDeed == "fill the memory")
+        FillMemory();
+    if constexpr (kDeed == "print a megabyte")
+        Print(1 << 20);
+    if constexpr (kDeed == "print without end")
+        Print(SIZE_MAX);
+    if constexpr (kDeed == "read standard input")
+        while (std::getchar() != EOF)
+            ;
+    if constexpr (kDeed == "miss a symbol")
+        VynFixtureSymbolOfNobody();
+}
+
+template <class Char, std::size_t N>
+void Fill(Char (&field)[N], std::initializer_list<Char> units) {
+    for (std::size_t i = 0; i < N; ++i)
+        field[i] = units.begin()[i % units.size()];
+}
+
+/// Lays what the deed is about over what the fixture's factory says.
+class BadFactory final : public IPluginFactory3 {
+public:
+    tresult PLUGIN_API queryInterface(TUID const id, void** object) override {
+        void* ofFixture = nullptr;
+        tresult const result = mFixture->queryInterface(id, &ofFixture);
+        *object = result == kResultOk ? this : nullptr;
+        return result;
+    }
+    uint32 PLUGIN_API addRef() override { return mFixture->addRef(); }
+    uint32 PLUGIN_API release() override { return mFixture->release(); }
+    tresult PLUGIN_API getFactoryInfo(PFactoryInfo* info) override { return mFixture->getFactoryInfo(info); }
+    tresult PLUGIN_API setHostContext(FUnknown* context) override { return mFixture->setHostContext(context); }
+    tresult PLUGIN_API createInstance(FIDString classID, FIDString interfaceID, void** object) override {
+        if constexpr (kDeed == "crash when a plug-in is made")
+            Crash();
+        return mFixture->createInstance(classID, interfaceID, object);
+    }
+
+    int32 PLUGIN_API countClasses() override {
+        if constexpr (kDeed == "count -1 classes")
+            return -1;
+        if constexpr (kDeed == "count 2147483647 classes")
+            return INT_MAX;
+        return kDeed == "have one class twice" ? 2 : mFixture->countClasses();
+    }
+
+    tresult PLUGIN_API getClassInfo(int32 index, PClassInfo* info) override {
+        tresult const result = mFixture->getClassInfo(Translate(index), info);
+        if constexpr (kDeed == "give bad names")
+            Fill<char>(info->name, {'\xC3', 'n'});
+        return result;
+    }
+    tresult PLUGIN_API getClassInfo2(int32 index, PClassInfo2* info) override {
+        return mFixture->getClassInfo2(Translate(index), info);
+    }
+    tresult PLUGIN_API getClassInfoUnicode(int32 index, PClassInfoW* info) override {
+        tresult const result = mFixture->getClassInfoUnicode(Translate(index), info);
+        if constexpr (kDeed == "give bad names") {
+            // Halves of surrogate pairs, in the wrong order and without an end.
+            Fill<char16>(info->name, {u'N', char16(0xDC00), char16(0xD800)});
+            Fill<char16>(info->vendor, {char16(0xD800)});
+            Fill<char>(info->subCategories, {'\xFF'});
+        }
+        return result;
+    }
+
+private:
+    static int32 Translate(int32 index) { return kDeed == "have one class twice" ? 0 : index; }
+
+    IPluginFactory3* const mFixture = static_cast<IPluginFactory3*>(GetFactory());
+};
+
+} // namespace
+
+extern "C" {
+
+SMTG_EXPORT_SYMBOL bool ModuleEntry(void*) {
+    DoDeedAtEntry();
+    return true;
+}
+
+SMTG_EXPORT_SYMBOL bool ModuleExit() {
+    return true;
+}
+
+SMTG_EXPORT_SYMBOL Steinberg::IPluginFactory* PLUGIN_API GetPluginFactory() {
+    static BadFactory factory;
+    if constexpr (kDeed == "give no factory")
+        return nullptr;
+    factory.addRef();
+    return &factory;
+}
+
+} // extern "C"
