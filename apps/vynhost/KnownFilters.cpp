@@ -37,12 +37,15 @@ KnownFilters Select(KnownFilters const& filters, Condition const& condition) {
 
 KnownFilters ListKnownFilters() {
     auto const& catalogue = vynaudiofilterhost::AudioFilterDescriptorManager::GetInstance();
+    std::vector<std::tuple<UString, UString, KnownFilters::value_type>> sorted;
+    for (auto filter = catalogue.InfoBegin(); filter != catalogue.InfoEnd(); ++filter) {
+        if (!(*filter)->IsInternal())
+            sorted.emplace_back(UpperCase((*filter)->GetName()), (*filter)->GetUniqueID(), *filter);
+    }
+    std::ranges::stable_sort(sorted, {},
+                             [](auto const& entry) { return std::tie(std::get<0>(entry), std::get<1>(entry)); });
     KnownFilters filters;
-    std::copy_if(catalogue.InfoBegin(), catalogue.InfoEnd(), std::back_inserter(filters),
-                 [](auto const& filter) { return !filter->IsInternal(); });
-    std::ranges::stable_sort(filters, {}, [](auto const& filter) {
-        return std::tuple(UpperCase(filter->GetName()), filter->GetUniqueID());
-    });
+    std::ranges::transform(sorted, std::back_inserter(filters), [](auto const& entry) { return std::get<2>(entry); });
     return filters;
 }
 

@@ -6,8 +6,13 @@
 #include "vynhost/KnownFilters.h"
 #include "vynhost/Session.h"
 #include "vynhost/StoredFiles.h"
+#include "vynhost/TechnologyName.h"
+
+#include "vyncore/strings/StringUtils.h"
 
 namespace vynhost {
+
+using vyncore::string::UTF16to8;
 
 namespace {
 
@@ -37,10 +42,9 @@ std::string FormatTable(KnownFilters const& filters) {
         return "no plug-ins are known; vynhost scan looks for them\n";
     ColumnTable table({{"name"}, {"vendor"}, {"category"}, {"format"}, {"kind"}, {"id"}});
     for (auto const& filter : filters) {
-        nlohmann::ordered_json const row = ToRow(*filter);
-        auto const text = [&](char const* key) { return row.at(key).get<std::string>(); };
-        table.AddRow({text("name"), text("vendor"), text("categoryName"), text("technology"), DescribeKind(*filter),
-                      text("id")});
+        table.AddRow({UTF16to8(filter->GetName()), UTF16to8(filter->GetVendorString()),
+                      UTF16to8(filter->GetCategoryName()), TechnologyName(filter->GetLocator().GetTechnologyType()),
+                      DescribeKind(*filter), UTF16to8(filter->GetUniqueID())});
     }
     return table.Finish();
 }

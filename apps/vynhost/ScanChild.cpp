@@ -105,6 +105,9 @@ void ScanChild::Take(ScanFrame& frame) {
     case ScanFrameKind::kNote:
         mOutcome.reason = std::move(frame.text);
         break;
+    case ScanFrameKind::kThreads:
+        mAlone = true;
+        break;
     case ScanFrameKind::kDone:
         FinishModule();
         break;

@@ -28,7 +28,8 @@ struct ScanChildSettings {
 /// TakeOutcome gives what is known of a module once the child is done with it. Once HasEnded, nothing more comes.
 class ScanChild {
 public:
-    /// @param alone  for one module only: what is known of that counts when the child has ended well behind it
+    /// @param alone  for one module only: what is known of that counts when the child has ended well behind it. A child
+    ///               whose module leaves threads behind becomes so.
     /// Throws std::runtime_error when there is no process to be had.
     /// [main-thread]
     ScanChild(ScanChildSettings const& settings, bool alone);
@@ -61,8 +62,12 @@ public:
     /// Whether the child has ever been ready to work.
     /// [main-thread]
     bool WasReady() const noexcept { return mReady; }
+    /// Whether the child takes no further module.
     /// [main-thread]
     bool IsAlone() const noexcept { return mAlone; }
+    /// Whether the child is through with its last module, and only waited for in case that shows an effect yet.
+    /// [main-thread]
+    bool IsLingering() const noexcept { return mLingerEnd.has_value(); }
 
     /// The module that the child is at, or was when it ended.
     /// [main-thread]
@@ -106,7 +111,7 @@ private:
     std::string LastWords() const;
 
     ScanChildSettings const mSettings;
-    bool const mAlone;
+    bool mAlone;
     os::ChildProcess mProcess;
     ScanFrameReader mFrames;
 
@@ -117,7 +122,7 @@ private:
     std::string mDetail;
     std::uint64_t mStarted = 0;
     std::optional<std::uint64_t> mDeadline;
-    std::optional<std::uint64_t> mLingerEnd; ///< of a child that is alone, behind its module
+    std::optional<std::uint64_t> mLingerEnd; ///< of a child that is alone, behind its last module
     ScanOutcome mOutcome;
     std::optional<ScanOutcome> mFinished;
     std::vector<std::size_t> mDone;

@@ -74,7 +74,8 @@ ScanChild* ScanPool::FindChild(bool alone) {
         return found->get();
     if (found != mChildren.end())
         mChildren.erase(found);
-    return mChildren.size() < mJobs ? MakeChild(alone) : nullptr;
+    auto const working = std::ranges::count_if(mChildren, [](auto const& child) { return !child->IsLingering(); });
+    return static_cast<std::size_t>(working) < mJobs ? MakeChild(alone) : nullptr;
 }
 
 ScanChild* ScanPool::MakeChild(bool alone) {
@@ -142,8 +143,8 @@ void ScanPool::HandleIdleEnd(ScanChild const& child, IScanLedger& ledger) {
         HandleFruitlessEnd(child);
     else if (child.EndedWell())
         return;
-    else if (child.GetDone().size() == 1)
-        Blame(child.GetDone().front(), child, ledger);
+    else if (child.IsAlone() || child.GetDone().size() == 1)
+        Blame(child.GetDone().back(), child, ledger);
     else
         TryAlone(child.GetDone());
 }
@@ -159,7 +160,9 @@ void ScanPool::HandleFruitlessEnd(ScanChild const& child) {
 }
 
 void ScanPool::Blame(std::size_t job, ScanChild const& child, IScanLedger& ledger) {
-    mSuspects.erase(job);
+    // What oversteps a limit alone isn't what another child died of.
+    if (auto suspects = mSuspects.extract(job); suspects && child.WasStopped())
+        TryAlone(suspects.mapped());
     ledger.Settle({.job = job,
                    .verdict = ScanOutcome::Verdict::kBanned,
                    .reason = child.GetReason(),

@@ -41,8 +41,9 @@ public:
 /// Who is to blame when a child dies:
 /// 1. The module at hand when it is the child's first, and whenever a limit was overstepped.
 /// 2. Otherwise one that went before may have left something behind. The module at hand is tried again in a child of
-/// its
-///    own, which must end well. If it does, those that went before are tried again in the same way, each by itself.
+///    its own, which must end well. If it does, or oversteps a limit there, those that went before are tried again in
+///    the same way, each by itself.
+/// 3. A module that leaves threads behind is its child's last, and to blame for whatever becomes of it soon after.
 class ScanPool {
 public:
     /// @param locators  text forms of the modules to open, in order

@@ -18,9 +18,11 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdlib>
 #include <optional>
 #include <set>
+#include <thread>
 #include <vector>
 
 namespace vynhost {
@@ -141,6 +143,13 @@ void ScanOne(PluginLocator const& locator, Link const& link) {
     }
 }
 
+// A thread that has ended is counted for a moment longer.
+bool HasMoreThreads(int threads) {
+    for (int turn = 0; turn < 5 && os::CountThreads() > threads; ++turn)
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    return os::CountThreads() > threads;
+}
+
 } // namespace
 
 std::string MakeScanRequest(std::string const& locator) {
@@ -149,6 +158,7 @@ std::string MakeScanRequest(std::string const& locator) {
 
 void RunScanWorker(ScanWorkerRequest const& request) {
     os::SetInputAside();
+    int const threads = os::CountThreads();
     Link const link;
     LoadUnsupportedPlugins();
     link.Send(ScanFrameKind::kReady);
@@ -158,6 +168,8 @@ void RunScanWorker(ScanWorkerRequest const& request) {
             os::LimitOwnMemory(request.memory);
         link.Send(ScanFrameKind::kBegun);
         ScanOne(*locator, link);
+        if (HasMoreThreads(threads))
+            link.Send(ScanFrameKind::kThreads);
         link.Send(ScanFrameKind::kDone);
         if (PluginModule::IsSystemLoaderBlocked())
             break;

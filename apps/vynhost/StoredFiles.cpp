@@ -12,8 +12,10 @@
 #include "vyncore/strings/StringUtils.h"
 
 #include "os/FileSystem.h"
+#include "os/Memory.h"
 #include "os/ReplacementFile.h"
 
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -55,6 +57,16 @@ void SetAsideUnlessReadable(File const& file, unsigned version) {
     if (failed)
         throw CommandError::OfFile(path, "cannot be read, nor be set aside: " + failed.message());
     std::fprintf(stderr, "vynhost: %s: cannot be read; it is kept as %s.unreadable\n", path.c_str(), path.c_str());
+}
+
+// Much is taken for a moment while a large file is read.
+void ExpectSettings() {
+    constexpr std::uintmax_t kLarge = 1 << 20;
+    constexpr std::uintmax_t kTimes = 8;
+    std::error_code failed;
+    std::uintmax_t const size = std::filesystem::file_size(NameOf(GetSettingsFile()), failed);
+    if (!failed && size >= kLarge)
+        os::ExpectMemory(kTimes * size);
 }
 
 void MakeFolder(Dir const& folder) {
@@ -107,6 +119,7 @@ void LoadBans() {
 }
 
 void LoadStoredFiles() {
+    ExpectSettings();
     LoadBans();
     LoadPrivateConfiguration();
     PluginModuleInfoManager::GetInstance().LoadConfiguration(GetSettingsFile());

@@ -97,4 +97,8 @@ std::string GetOwnProgram();
 /// [any-thread]
 int GetProcessNumber() noexcept;
 
+/// The number of threads of this process; 0 when the system doesn't tell.
+/// [any-thread]
+int CountThreads() noexcept;
+
 } // namespace os

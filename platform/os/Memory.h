@@ -13,4 +13,9 @@ std::size_t GetMachineMemory() noexcept;
 /// [any-thread]
 void LimitOwnMemory(std::size_t bytes) noexcept;
 
+/// To be called before about so many bytes are taken in small pieces: has the system give them in large steps, where it
+/// would interrupt the process for every few thousand of them. What isn't used costs nothing.
+/// [main-thread]
+void ExpectMemory(std::size_t bytes) noexcept;
+
 } // namespace os

@@ -29,7 +29,7 @@ constexpr BadModule kBadModules[]{
     {"exit", "banned", "exited with status 0"},
     {"entrythrow", "refused", "threw"},
     {"threadabort", "banned", ""},
-    {"latecrash", "banned", "after it was unloaded"},
+    {"latecrash", "banned", "was unloaded"},
     {"fork", "filed", ""},
     {"twoprocesses", "filed", ""},
     {"stack", "banned", ""},

@@ -5,6 +5,8 @@
 #include <csignal>
 #include <cstring>
 #include <fcntl.h>
+#include <filesystem>
+#include <iterator>
 #include <stdexcept>
 #include <sys/prctl.h>
 #include <sys/resource.h>
@@ -236,6 +238,12 @@ std::string GetOwnProgram() {
 
 int GetProcessNumber() noexcept {
     return ::getpid();
+}
+
+int CountThreads() noexcept {
+    std::error_code failed;
+    std::filesystem::directory_iterator const threads("/proc/self/task", failed);
+    return failed ? 0 : static_cast<int>(std::distance(begin(threads), end(threads)));
 }
 
 } // namespace os

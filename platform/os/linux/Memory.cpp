@@ -3,8 +3,12 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cstdint>
+#include <cstdlib>
 #include <fcntl.h>
+#include <malloc.h>
 #include <string_view>
+#include <sys/mman.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -48,6 +52,23 @@ void LimitOwnMemory(std::size_t bytes) noexcept {
     // The upper limit stays, so that there can be a next time.
     limit.rlim_cur = std::min<rlim_t>(GetOwnMemory() + bytes, limit.rlim_max);
     ::setrlimit(RLIMIT_DATA, &limit);
+}
+
+// The block's place is at the end of the heap, where pieces are cut from once it is free again.
+void ExpectMemory(std::size_t bytes) noexcept {
+    constexpr int kMost = 1 << 30;
+    bytes = std::min<std::size_t>(bytes, kMost / 2);
+    ::mallopt(M_MMAP_THRESHOLD, kMost);
+    ::mallopt(M_TRIM_THRESHOLD, kMost);
+    void* const block = std::malloc(bytes);
+    if (!block)
+        return;
+    auto const start = reinterpret_cast<std::uintptr_t>(block);
+    std::uintptr_t const page = GetPageSize();
+    std::uintptr_t const first = (start + page - 1) / page * page;
+    if (std::uintptr_t const last = (start + bytes) / page * page; last > first)
+        ::madvise(reinterpret_cast<void*>(first), last - first, MADV_HUGEPAGE);
+    std::free(block);
 }
 
 } // namespace os

@@ -8,6 +8,7 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <tuple>
 #include <type_traits>
 #include <utility>
 
@@ -145,6 +146,17 @@ void PropList::SetValue(std::string_view key, T value) {
     mValues.insert_or_assign(UTF8String(key), Value(std::move(value)));
 }
 
+template <PropType T>
+bool PropList::AddValue(std::string_view key, T value) {
+    bool const isLast = mValues.empty() || mValues.rbegin()->first < key;
+    auto const place = isLast ? mValues.end() : mValues.lower_bound(key);
+    if (place != mValues.end() && place->first == key)
+        return false;
+    mValues.emplace_hint(place, std::piecewise_construct, std::forward_as_tuple(key),
+                         std::forward_as_tuple(std::in_place_type<T>, std::move(value)));
+    return true;
+}
+
 PropList* PropList::FindList(std::string_view key) {
     auto const found = mLists.find(key);
     return found == mLists.end() ? nullptr : found->second.get();
@@ -221,5 +233,13 @@ template VYN_API void PropList::SetValue(std::string_view, bool);
 template VYN_API void PropList::SetValue(std::string_view, UTF8String);
 template VYN_API void PropList::SetValue(std::string_view, UString);
 template VYN_API void PropList::SetValue(std::string_view, std::list<float>);
+
+template VYN_API bool PropList::AddValue(std::string_view, float);
+template VYN_API bool PropList::AddValue(std::string_view, int);
+template VYN_API bool PropList::AddValue(std::string_view, unsigned);
+template VYN_API bool PropList::AddValue(std::string_view, bool);
+template VYN_API bool PropList::AddValue(std::string_view, UTF8String);
+template VYN_API bool PropList::AddValue(std::string_view, UString);
+template VYN_API bool PropList::AddValue(std::string_view, std::list<float>);
 
 } // namespace vyncore::proplist

@@ -54,6 +54,11 @@ public:
     template <PropType T>
     void SetValue(std::string_view key, T value);
 
+    /// Writes a value unless there is one of that key. Quick when keys come in their order.
+    /// [any-thread]
+    template <PropType T>
+    bool AddValue(std::string_view key, T value);
+
     /// The sub-list of that name; null when absent.
     /// [any-thread]
     PropList* FindList(std::string_view key);

@@ -166,16 +166,15 @@ Attributes ReadAttributes(pugi::xml_node element) {
     return attributes;
 }
 
+// The text that an element begins with is the element's own value (parse_embed_pcdata).
 UTF8String ReadContent(pugi::xml_node element) {
     UTF8String content;
+    Require(xml::ResolveReferences(element.value(), content));
     for (pugi::xml_node const part : element.children()) {
         UTF8String text = part.value();
         Require(part.type() == pugi::node_cdata ||
                 (part.type() == pugi::node_pcdata && xml::ResolveReferences(part.value(), text)));
-        if (content.empty())
-            content = std::move(text);
-        else
-            content += text;
+        content += text;
     }
     return content;
 }
@@ -189,8 +188,7 @@ bool ReadIf(pugi::xml_node element, Attributes const& attributes, PropList& list
         Require(RestoreText({ReadContent(element), attributes.escaped}, value));
     else
         Require(!attributes.escaped && RestoreNumber(ReadContent(element), value));
-    Require(!list.GetValues().contains(attributes.key));
-    list.SetValue(attributes.key, std::move(value));
+    Require(list.AddValue(attributes.key, std::move(value)));
     return true;
 }
 
@@ -199,13 +197,16 @@ bool ReadAnyOf(std::variant<Types...> const*, pugi::xml_node element, Attributes
     return (ReadIf<Types>(element, attributes, list) || ...);
 }
 
+bool IsBlank(std::string_view text) {
+    return text.find_first_not_of(" \t\r\n") == text.npos;
+}
+
 bool IsBlank(pugi::xml_node node) {
-    return node.type() == pugi::node_pcdata &&
-           std::string_view(node.value()).find_first_not_of(" \t\r\n") == std::string_view::npos;
+    return node.type() == pugi::node_pcdata && IsBlank(std::string_view(node.value()));
 }
 
 void ReadList(pugi::xml_node element, PropList& list, std::size_t level) {
-    Require(level <= kMostListLevels);
+    Require(level <= kMostListLevels && IsBlank(std::string_view(element.value())));
     for (pugi::xml_node const child : element.children()) {
         if (IsBlank(child))
             continue;
@@ -229,9 +230,14 @@ pugi::xml_node FindRoot(pugi::xml_document const& document) {
 }
 
 // References are left as they are: the library lets pass those that stand for nothing. A fragment is asked for so that
-// text outside the outermost element, and a document type, show; blanks, so that a text has those between its comments.
-constexpr unsigned kParseOptions =
-    pugi::parse_cdata | pugi::parse_eol | pugi::parse_fragment | pugi::parse_doctype | pugi::parse_ws_pcdata;
+// text outside the outermost element, and a document type, show. A text keeps the blanks between its comments; where
+// there are no comments, the blanks between elements aren't worth the memory.
+unsigned ParseOptions(std::string_view text) {
+    constexpr unsigned kOptions =
+        pugi::parse_cdata | pugi::parse_eol | pugi::parse_fragment | pugi::parse_doctype | pugi::parse_embed_pcdata;
+    bool const isPlain = text.find("<!") == text.npos && text.find("<?", 1) == text.npos;
+    return kOptions | (isPlain ? pugi::parse_ws_pcdata_single : pugi::parse_ws_pcdata);
+}
 
 } // namespace
 
@@ -255,7 +261,7 @@ bool ReadPropList(UTF8String&& text, PropList& list) {
         return false;
     pugi::xml_document document;
     // With the text's final zero: the library puts one in the place of the last character.
-    if (!document.load_buffer_inplace(text.data(), text.size() + 1, kParseOptions, pugi::encoding_utf8))
+    if (!document.load_buffer_inplace(text.data(), text.size() + 1, ParseOptions(text), pugi::encoding_utf8))
         return false;
     try {
         PropList read;

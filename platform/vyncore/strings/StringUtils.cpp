@@ -34,6 +34,21 @@ char32_t CodePointAt(std::u16string_view text, std::size_t& index) {
     return IsLead(unit) || IsTrail(unit) ? kReplacement : unit;
 }
 
+// Most texts are, and take no care.
+template <class Unit>
+bool IsASCII(std::basic_string_view<Unit> text) {
+    unsigned all = 0;
+    for (Unit const unit : text)
+        all |= static_cast<unsigned>(unit);
+    return all < 0x80;
+}
+
+UTF8String NarrowASCII(std::u16string_view text) {
+    UTF8String narrow(text.size(), '\0');
+    std::transform(text.begin(), text.end(), narrow.begin(), [](char16_t unit) { return static_cast<char>(unit); });
+    return narrow;
+}
+
 template <class T>
 bool ReadHead(std::u16string_view text, T& value) {
     std::size_t start = 0;
@@ -64,6 +79,8 @@ UString AsciiToUTF16(std::string_view ascii) {
 }
 
 UString UTF8to16(std::string_view utf8) {
+    if (IsASCII(utf8))
+        return UString(utf8.begin(), utf8.end());
     std::string clean;
     clean.reserve(utf8.size());
     utf8::replace_invalid(utf8.begin(), utf8.end(), std::back_inserter(clean), kReplacement);
@@ -74,6 +91,8 @@ UString UTF8to16(std::string_view utf8) {
 }
 
 UTF8String UTF16to8(std::u16string_view utf16) {
+    if (IsASCII(utf16))
+        return NarrowASCII(utf16);
     UTF8String text;
     text.reserve(utf16.size());
     for (std::size_t index = 0; index < utf16.size(); ++index)
