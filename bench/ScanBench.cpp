@@ -84,7 +84,6 @@ int main(int argc, char** argv) {
             ->UseRealTime()
             ->Unit(benchmark::kMillisecond);
     vynbench::Medians const medians = vynbench::RunInterleaved(argc, argv);
-    std::printf("%zu modules: bare %.1f ms, scan %.1f ms\n", Modules().size(), medians["bare"],
-                medians["scan"]);
+    std::printf("%zu modules: bare %.1f ms, scan %.1f ms\n", Modules().size(), medians["bare"], medians["scan"]);
     return ReportAll(medians) ? EXIT_SUCCESS : EXIT_FAILURE;
 }

@@ -126,6 +126,8 @@ void LoadStoredFiles() {
 }
 
 void SaveText(File const& file, UTF8String const& text) {
+    if (text.size() > vyncore::proplist::utils::kMostFileBytes)
+        throw CommandError::OfFile(NameOf(file), "has grown too large to be saved; the old file is as it was");
     try {
         vyncore::filesupport::SafeSave save(file);
         if (!save.Write(text))
@@ -140,18 +142,13 @@ void SaveSettings() {
     SaveText(GetSettingsFile(), PluginModuleInfoManager::GetInstance().GetConfigurationAsXML());
 }
 
-// The library keeps it to itself when the disk is full. A file that took the place of another is another one.
 void SaveBans() {
     File file = GetBanFile();
-    auto const former = os::GetFileIdentity(file.FullPath());
     try {
         BannedPluginManager::GetInstance().SaveConfiguration(file);
-    } catch (vyncore::filesupport::file_delete_exception const& error) {
-        throw CommandError::OfFile(NameOf(file), error.what());
+    } catch (std::exception const& error) {
+        throw CommandError::OfFile(NameOf(file), std::string(error.what()) + "; the old file is as it was");
     }
-    auto const now = os::GetFileIdentity(file.FullPath());
-    if (!now || now == former)
-        throw CommandError::OfFile(NameOf(file), "could not be written; the old file is as it was");
 }
 
 StoredFilesLock::StoredFilesLock() {

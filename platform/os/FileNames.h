@@ -11,8 +11,8 @@ namespace os {
 /// [any-thread]
 int CompareFileNames(vyncore::UString const& left, vyncore::UString const& right);
 
-/// A text that two paths have in common exactly when CompareFileNames gives 0, to find files by. Texts of two paths order
-/// by their bytes as CompareFileNames orders the paths.
+/// A text that two paths have in common exactly when CompareFileNames gives 0, to find files by. Texts of two paths
+/// order by their bytes as CompareFileNames orders the paths.
 /// [any-thread]
 vyncore::UTF8String FileNameKey(vyncore::UString const& path);
 

@@ -38,4 +38,8 @@ ProgramResult RunVynhost(std::vector<std::string> const& arguments, std::string 
     return {WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status), ReadText(out), ReadText(err)};
 }
 
+std::string GetVynhostPath() {
+    return VYNHOST_PROGRAM;
+}
+
 } // namespace vyntest

@@ -16,4 +16,8 @@ struct ProgramResult {
 /// [any-thread]
 ProgramResult RunVynhost(std::vector<std::string> const& arguments, std::string const& shell = {});
 
+/// The path of that vynhost.
+/// [any-thread]
+std::string GetVynhostPath();
+
 } // namespace vyntest

@@ -13,6 +13,7 @@
 #include <fstream>
 #include <functional>
 #include <iterator>
+#include <map>
 #include <set>
 #include <thread>
 
@@ -78,7 +79,7 @@ protected:
     /// A scan that goes on while the test does.
     os::ChildProcess StartScan(std::vector<std::string> const& more = {}) const {
         std::vector<std::string> arguments{"ASAN_OPTIONS=detect_leaks=0", "VYNHOST_HOME=" + mHome.Path().string(),
-                                           "VST3_PATH=" + mPlugins.Path().string(), VYNHOST_PROGRAM, "scan"};
+                                           "VST3_PATH=" + mPlugins.Path().string(), GetVynhostPath(), "scan"};
         arguments.insert(arguments.end(), more.begin(), more.end());
         return {"/usr/bin/env", arguments};
     }

@@ -32,7 +32,7 @@ void CatalogueLists::Append(Pointer const& info, bool inAll, bool visible) {
     entry.visible = visible;
     entry.place = std::prev(mEntries.end());
     mByID.Add(entry, HashOfID(info->GetUniqueID()));
-    mByFile.Add(entry, HashOfFile(info->GetLocator()));
+    mByFile.Add(entry, HashOfModule(info->GetLocator()));
     if (inAll != visible)
         mInOneList.insert(&entry);
     if (visible && mVisibleKnown)
@@ -59,7 +59,7 @@ void CatalogueLists::Erase(Entry& entry) {
 
 CatalogueLists::Infos CatalogueLists::RemoveLocator(PluginLocator const& locator) {
     std::vector<Entry*> entries;
-    mByFile.FindIf(HashOfFile(locator), [&](Entry& entry) {
+    mByFile.FindIf(HashOfModule(locator), [&](Entry& entry) {
         if (entry.info->GetLocator() == locator)
             entries.push_back(&entry);
         return false;

@@ -10,6 +10,7 @@
 #include "vyncore/xml/Parser.h"
 
 #include <exception>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -39,19 +40,19 @@ BannedPluginManager& BannedPluginManager::GetInstance() {
 }
 
 void BannedPluginManager::AddBannedPlugin(PluginLocator const& locator) {
-    std::size_t const hash = HashOfFile(locator);
+    std::size_t const hash = HashOfModule(locator);
     if (!FindBanned(locator, hash))
         mBannedByFile.Add(hash, &*mBanned.insert(locator).first);
 }
 
 void BannedPluginManager::RemoveBannedPlugin(PluginLocator const& locator) {
     PluginLocator const asked = locator; // the reference may lie in the list
-    if (mBannedByFile.Remove(HashOfFile(asked), [&](PluginLocator const* banned) { return *banned == asked; }))
+    if (mBannedByFile.Remove(HashOfModule(asked), [&](PluginLocator const* banned) { return *banned == asked; }))
         mBanned.erase(asked);
 }
 
 bool BannedPluginManager::IsPluginBanned(PluginLocator const& locator) const {
-    return !mBanned.empty() && FindBanned(locator, HashOfFile(locator)) != nullptr;
+    return !mBanned.empty() && FindBanned(locator, HashOfModule(locator)) != nullptr;
 }
 
 PluginLocator const* BannedPluginManager::FindBanned(PluginLocator const& locator, std::size_t hash) const {
@@ -84,7 +85,7 @@ void BannedPluginManager::ReadBannedPlugins(PropList const& list) {
         std::size_t const former = mBanned.size();
         auto const banned = mBanned.insert(mBanned.end(), *locator);
         if (mBanned.size() != former)
-            mBannedByFile.Add(HashOfFile(*locator), &*banned);
+            mBannedByFile.Add(HashOfModule(*locator), &*banned);
     }
 }
 
@@ -93,7 +94,7 @@ void BannedPluginManager::SaveConfiguration(File& file) const {
     list.SetValue("version", kVersion);
     WriteBannedPlugins(list);
     if (!SavePropList(file, list))
-        vyncore::debug::Trace(0, kTag, file.FullPath() + u" was not saved: it could not be written");
+        throw std::runtime_error(vyncore::string::UTF16to8(file.FullPath()) + " could not be written");
 }
 
 void BannedPluginManager::WriteBannedPlugins(PropList& list) const {

@@ -51,8 +51,8 @@ public:
     /// [main-thread]
     void LoadConfiguration(vyncore::filesupport::File& file);
     /// Stores the dynamic list, whole or not at all. Throws vyncore::filesupport::file_delete_exception when the old
-    /// file can't be replaced, std::length_error when there is more than a stored property list holds; a new one that
-    /// can't be written is traced at level 0.
+    /// file can't be replaced, std::length_error when there is more than a stored property list holds, and
+    /// std::runtime_error when the new one can't be written.
     /// [main-thread]
     void SaveConfiguration(vyncore::filesupport::File& file) const;
 

@@ -83,8 +83,7 @@ private:
     }
 
     void Grow() {
-        std::vector<Slot> former =
-            std::exchange(mSlots, std::vector<Slot>(mSlots.empty() ? 8 : 2 * mSlots.size()));
+        std::vector<Slot> former = std::exchange(mSlots, std::vector<Slot>(mSlots.empty() ? 8 : 2 * mSlots.size()));
         for (Slot& slot : former) {
             if (slot.value)
                 Place(std::move(slot));

@@ -9,20 +9,20 @@ namespace vynaudiofilterhost {
 
 void KnownModules::Put(Pointer info) {
     PluginLocator const locator = info->GetLocator();
-    std::size_t const hash = HashOfFile(locator);
+    std::size_t const hash = HashOfModule(locator);
     if (Entry* const former = FindEntry(locator, hash))
         Erase(*former);
     Entry& entry = mEntries.emplace_back();
     entry.locator = locator;
+    entry.info = info;
     entry.place = std::prev(mEntries.end());
     mByFile.Add(entry, hash);
     if (mInfosKnown)
-        mInfos.push_back(info);
-    entry.info = std::move(info);
+        mInfos.push_back(std::move(info));
 }
 
 bool KnownModules::Remove(PluginLocator const& locator) {
-    Entry* const entry = FindEntry(locator, HashOfFile(locator));
+    Entry* const entry = FindEntry(locator, HashOfModule(locator));
     if (entry)
         Erase(*entry);
     return entry != nullptr;
@@ -44,7 +44,7 @@ void KnownModules::Clear() {
 }
 
 KnownModules::Pointer KnownModules::Find(PluginLocator const& locator) const {
-    Entry const* const entry = FindEntry(locator, HashOfFile(locator));
+    Entry const* const entry = FindEntry(locator, HashOfModule(locator));
     return entry ? entry->info : nullptr;
 }
 
@@ -64,13 +64,13 @@ KnownModules::Locators KnownModules::GetLocators(bool enabledOnly) const {
     return ListLocators([enabledOnly](Entry const& entry) { return !enabledOnly || entry.info->IsEnabled(); });
 }
 
-KnownModules::Differences KnownModules::CompareWith(Locators const& found) const {
+KnownModules::Differences KnownModules::CompareWith(Locators const& found, bool listUnknown) const {
     Differences differences;
     ++mRound;
     for (PluginLocator const& locator : found) {
-        if (Entry* const known = FindEntry(locator, HashOfFile(locator)))
+        if (Entry* const known = FindEntry(locator, HashOfModule(locator)))
             known->foundInRound = mRound;
-        else
+        else if (listUnknown)
             differences.unknown.push_back(locator);
     }
     differences.vanished = ListLocators([this](Entry const& entry) { return entry.foundInRound != mRound; });

@@ -47,8 +47,9 @@ public:
         Locators unknown;  ///< found, not known; in the order of the finding
         Locators vanished; ///< known, not found; in the order of the locators
     };
+    /// @param listUnknown  false leaves the list of the unknown empty
     /// [main-thread]
-    Differences CompareWith(Locators const& found) const;
+    Differences CompareWith(Locators const& found, bool listUnknown) const;
 
 private:
     struct Entry {

@@ -21,8 +21,10 @@ struct Placed {
 
 } // namespace
 
-std::size_t HashOfFile(PluginLocator const& locator) {
-    return std::hash<std::string_view>()(FileNameKey(locator.GetPath()));
+std::size_t HashOfModule(PluginLocator const& locator) {
+    constexpr std::size_t kFactor = 0x9E3779B97F4A7C15; // spreads small numbers
+    auto const technology = static_cast<std::size_t>(locator.GetTechnologyType());
+    return std::hash<std::string_view>()(FileNameKey(locator.GetPath())) ^ (technology * kFactor);
 }
 
 void SortLocators(std::vector<PluginLocator const*>& locators) {

@@ -7,9 +7,9 @@
 
 namespace vynaudiofilterhost {
 
-/// A hash that locators with one path have in common, however it is written.
+/// A hash that equal locators have in common, however their paths are written.
 /// [any-thread]
-std::size_t HashOfFile(PluginLocator const& locator);
+std::size_t HashOfModule(PluginLocator const& locator);
 
 /// Puts locators in order as their operator< has it, equal ones in the order that they have. It looks at each path
 /// once, and not at each comparison, which counts when there are many.

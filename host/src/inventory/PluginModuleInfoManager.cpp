@@ -3,6 +3,8 @@
 #include "vynaudiofilterhost/catalogue/AudioFilterDescriptorManager.h"
 #include "vynaudiofilterhost/inventory/KnownModules.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace vynaudiofilterhost {
@@ -88,12 +90,15 @@ std::vector<PluginLocator>
 PluginModuleInfoManager::CollectPotentialPlugins(bool onlyUnknown, std::vector<PluginLocator>& vanished) const {
     std::vector<PluginLocator> candidates;
     for (TechnologyPointer const& technology : GetPluginTechnologies()) {
-        std::vector<PluginLocator> const found = technology->CollectPlugins();
-        candidates.insert(candidates.end(), found.begin(), found.end());
+        std::vector<PluginLocator> found = technology->CollectPlugins();
+        if (candidates.empty())
+            candidates = std::move(found);
+        else
+            std::ranges::move(found, std::back_inserter(candidates));
     }
-    KnownModules::Differences differences = mModules->CompareWith(candidates);
+    KnownModules::Differences differences = mModules->CompareWith(candidates, onlyUnknown);
     vanished = std::move(differences.vanished);
-    return onlyUnknown ? std::move(differences.unknown) : candidates;
+    return std::move(onlyUnknown ? differences.unknown : candidates);
 }
 
 void PluginModuleInfoManager::RemovePluginLocators(std::vector<PluginLocator> const& locators) {

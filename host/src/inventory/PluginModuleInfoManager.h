@@ -28,7 +28,8 @@ class KnownModules;
 ///    comes again goes to the end.
 /// 2. A module and the descriptors of its filters belong together by the locator alone: taking a module out takes them
 ///    out, disabling it leaves them as they are. A filter is created only if both are enabled.
-/// 3. A slot of the signal runs inside the operation that fires it, as the last thing that it does.
+/// 3. A slot of the signal runs inside the operation that fires it, as the last thing that it does; but for a first
+///    start (LoadConfiguration), which then sets the folders, if there is still no module.
 ///
 /// What it costs to find, add or take out a module depends little on how many there are.
 class VYN_API PluginModuleInfoManager {
@@ -107,8 +108,8 @@ public:
     /// [main-thread]
     void LoadConfiguration(vyncore::filesupport::File const& file);
     /// Stores modules and descriptors, and the folders if asked to, whole or not at all. An old file that can't be
-    /// replaced stays; that and a new one that can't be written is traced at level 0 and no error. Throws
-    /// std::length_error when there is more than a stored property list holds.
+    /// replaced stays; that is traced at level 0 and no error. Throws std::runtime_error when the new one can't be
+    /// written, std::length_error when there is more than a stored property list holds.
     /// [main-thread]
     void SaveConfiguration(vyncore::filesupport::File& file, bool withDirectories) const;
     /// What SaveConfiguration would store, folders included.

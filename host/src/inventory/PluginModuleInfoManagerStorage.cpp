@@ -8,6 +8,7 @@
 #include "vyncore/proplist/PropListText.h"
 #include "vyncore/strings/StringUtils.h"
 
+#include <stdexcept>
 #include <string>
 
 namespace vynaudiofilterhost {
@@ -78,14 +79,13 @@ void PluginModuleInfoManager::ReadPluginInfos(PropList const& list, bool merge) 
 void PluginModuleInfoManager::SaveConfiguration(File& file, bool withDirectories) const {
     PropList list;
     BuildConfigurationPropList(list, withDirectories);
-    UString reason = u"it could not be written";
     try {
-        if (SavePropList(file, list))
-            return;
+        if (!SavePropList(file, list))
+            throw std::runtime_error(vyncore::string::UTF16to8(file.FullPath()) + " could not be written");
     } catch (vyncore::filesupport::file_delete_exception const& error) {
-        reason = vyncore::string::UTF8to16(error.what());
+        vyncore::debug::Trace(0, "PluginModuleInfoManager",
+                              file.FullPath() + u" was not saved: " + vyncore::string::UTF8to16(error.what()));
     }
-    vyncore::debug::Trace(0, "PluginModuleInfoManager", file.FullPath() + u" was not saved: " + reason);
 }
 
 UTF8String PluginModuleInfoManager::GetConfigurationAsXML() const {

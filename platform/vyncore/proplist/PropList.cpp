@@ -148,7 +148,7 @@ void PropList::SetValue(std::string_view key, T value) {
 
 template <PropType T>
 bool PropList::AddValue(std::string_view key, T value) {
-    bool const isLast = mValues.empty() || mValues.rbegin()->first < key;
+    bool const isLast = mValues.empty() || mValues.rbegin()->first.compare(key) < 0;
     auto const place = isLast ? mValues.end() : mValues.lower_bound(key);
     if (place != mValues.end() && place->first == key)
         return false;
@@ -169,7 +169,7 @@ PropList const* PropList::FindList(std::string_view key) const {
 
 PropList& PropList::CreateList(std::string_view key) {
     // Lists that are stored come in their order.
-    bool const isLast = !mLists.empty() && mLists.rbegin()->first < key;
+    bool const isLast = !mLists.empty() && mLists.rbegin()->first.compare(key) < 0;
     auto const place = isLast ? mLists.end() : mLists.lower_bound(key);
     if (place != mLists.end() && place->first == key)
         return *place->second;

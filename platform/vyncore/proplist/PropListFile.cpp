@@ -17,8 +17,8 @@ namespace {
 void Merge(PropList const& from, PropList& list) {
     for (auto const& value : from.GetValues())
         std::visit([&](auto const& held) { list.SetValue(value.first, held); }, value.second);
-    for (UTF8String const& key : from.GetListNames())
-        Merge(*from.FindList(key), list.CreateList(key));
+    for (auto const& [key, sublist] : from.GetLists())
+        Merge(*sublist, list.CreateList(key));
 }
 
 } // namespace
