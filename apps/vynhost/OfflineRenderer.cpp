@@ -26,7 +26,10 @@ bool IsUnwritten(float sample) {
 } // namespace
 
 OfflineRenderer::OfflineRenderer(vynaudiofilterhost::AudioFilter& filter, RenderSetup setup)
-    : mFilter(filter), mSetup(std::move(setup)), mTransport(mSetup.sampleRate) {
+    : mFilter(filter),
+      mSetup(std::move(setup)),
+      mTransport(mSetup.sampleRate, mSetup.song),
+      mMidi(mSetup.song, mSetup.sampleRate) {
     try {
         SetUpFilter();
         PrepareBlocks();
@@ -106,14 +109,13 @@ void OfflineRenderer::ProcessSilence() {
 }
 
 RenderOutcome OfflineRenderer::Run(Source const& source, Sink const& sink) {
-    for (std::string& note : mTrack->Describe())
-        Note(std::move(note));
+    if (mSetup.hasInput)
+        std::ranges::for_each(mTrack->Describe(), [this](std::string const& note) { Note(note); });
     mOutcome.latency = mSetup.latency.value_or(mDelayAround);
     mProcessingTime = {};
     while (mPosition < GetEnd()) {
-        int const wanted = static_cast<int>(std::min<std::int64_t>(mBlockSize, GetEnd() - mPosition));
-        int const samples = mSetup.automation.Advance(mFilter, mPosition, wanted);
-        bool const sounding = ReadBlock(source, samples);
+        int const samples = StartBlock();
+        bool const sounding = ReadBlock(source, samples) || mMidi.HasSent();
         ProcessBlock(samples);
         ++mBlocks;
         Session::RunDueCalls();
@@ -129,12 +131,20 @@ RenderOutcome OfflineRenderer::Run(Source const& source, Sink const& sink) {
     return Conclude();
 }
 
+// Sets and sends what is due, and tells how long the block is.
+int OfflineRenderer::StartBlock() {
+    int const wanted = static_cast<int>(std::min<std::int64_t>(mBlockSize, GetEnd() - mPosition));
+    int const steady = mTransport.CountSteadySamples(mPosition, wanted);
+    int const samples = mSetup.automation.Advance(mFilter, mPosition, steady);
+    return mMidi.Advance(mFilter, mPosition, samples);
+}
+
 // The tail is asked for when all of the source has gone in, since it may depend on what went before.
 std::int64_t OfflineRenderer::GetEnd() {
     if (mPosition < mSetup.samples)
         return mSetup.samples;
     if (!mTail)
-        mTail = ReadTail();
+        mTail = mSetup.tail ? *mSetup.tail : ReadTail();
     return mSetup.samples + *mTail + mOutcome.latency;
 }
 

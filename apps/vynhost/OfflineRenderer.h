@@ -3,6 +3,7 @@
 #include "vynhost/AutomationPlayer.h"
 #include "vynhost/ChannelBuffers.h"
 #include "vynhost/FilterStep.h"
+#include "vynhost/MidiPlayer.h"
 #include "vynhost/RenderTransport.h"
 #include "vynhost/Track.h"
 
@@ -32,6 +33,13 @@ struct RenderSetup {
     FilterStep prepared = {};
     /// Of the filter's parameters, from the source's first sample on.
     AutomationPlayer automation = {};
+    /// Played by the filter from the source's first sample on, and the measure of its transport. Null for none; else
+    /// it must outlive the renderer.
+    MidiSong const* song = nullptr;
+    /// Renders so many samples behind the source's end. Empty: the filter's tail.
+    std::optional<std::int64_t> tail = {};
+    /// False when the source's main channels are silent ones that stand for nothing.
+    bool hasInput = true;
 };
 
 /// What became of it.
@@ -57,8 +65,8 @@ struct RenderOutcome {
 /// around it, by the latency that it says when it is resumed; for one that is given another latency and learns it only
 /// from audio, a block of silence comes first.
 ///
-/// Blocks end where the automation has something to set, and where the source ends. So what is heard doesn't depend on
-/// the block size, as far as the filter's own work doesn't.
+/// Blocks end where the automation has something to set, where the song needs it, and where the source ends. So what is
+/// heard doesn't depend on the block size, as far as the filter's own work doesn't.
 class OfflineRenderer {
 public:
     /// Fills channels[channel][sample] with the next samples of the source: the file's channels, those of the side
@@ -78,6 +86,10 @@ public:
     /// [main-thread]
     int GetOutputChannels() const noexcept { return mTrack->GetChannels(); }
 
+    /// Of the source, without the side chain.
+    /// [main-thread]
+    int GetSourceChannels() const noexcept { return mTrack->GetFileChannels(); }
+
     /// Renders everything on the calling thread, which is the process thread meanwhile, and runs the main thread's
     /// calls between blocks. Throws std::runtime_error when the filter doesn't do the work, and what source and sink
     /// throw.
@@ -94,6 +106,7 @@ private:
     std::int64_t GetEnd();
     int ReadLatency();
     std::int64_t ReadTail();
+    int StartBlock();
     bool ReadBlock(Source const& source, int samples);
     void ProcessBlock(int samples);
     bool TidyOutput(int samples);
@@ -106,6 +119,7 @@ private:
     vynaudiofilterhost::AudioFilter& mFilter;
     RenderSetup mSetup;
     RenderTransport mTransport;
+    MidiPlayer mMidi;
     std::optional<Track> mTrack;
     int mBlockSize = 0;
     int mFilterInputs = 0;  ///< channels, all buses together

@@ -59,8 +59,9 @@ void CheckOutside(std::string const& path, std::string const& module) {
 } // namespace
 
 void CheckOutputPaths(RenderRequest const& request) {
-    std::vector<std::string> inputs{request.inputPath, request.sideChainPath.value_or(""), request.modulePath,
-                                    request.automationPath.value_or("")};
+    std::vector<std::string> inputs{request.inputPath.value_or(""), request.sideChainPath.value_or(""),
+                                    request.modulePath, request.automationPath.value_or(""),
+                                    request.midiPath.value_or("")};
     if (request.saveStatePath) {
         Check(*request.saveStatePath, inputs, "is the input as well as the saved state");
         Check(*request.saveStatePath, {request.outputPath}, "is the output as well as the saved state");

@@ -2,6 +2,7 @@
 
 #include "vynhost/AutomationFile.h"
 #include "vynhost/CommandError.h"
+#include "vynhost/MidiFile.h"
 #include "vynhost/OutputPaths.h"
 #include "vynhost/PluginCall.h"
 #include "vynhost/PluginSelection.h"
@@ -31,6 +32,15 @@ void CheckWritable(std::string const& path) {
     }
 }
 
+RenderScore ReadScore(RenderRequest const& request) {
+    RenderScore score;
+    if (request.midiPath)
+        score.song = ReadMidiFile(*request.midiPath);
+    if (request.automationPath)
+        score.automation = AutomationFile(*request.automationPath);
+    return score;
+}
+
 std::string DescribeLatency(int compensated, int afterwards) {
     if (compensated == afterwards)
         return "the plug-in told its latency of " + std::to_string(compensated) +
@@ -39,7 +49,7 @@ std::string DescribeLatency(int compensated, int afterwards) {
            std::to_string(afterwards) + " samples): the first is compensated";
 }
 
-RenderReport Render(RenderRequest const& request, AutomationFile const& automation) {
+RenderReport Render(RenderRequest const& request, RenderScore const& score) {
     std::string const& module = request.modulePath;
     auto const refusing = ExitStatus::kPluginRefused;
     PluginSelection const plugin =
@@ -49,7 +59,7 @@ RenderReport Render(RenderRequest const& request, AutomationFile const& automati
     auto const run = [&](std::optional<int> latency) {
         // Only one output file may be in the making at a time.
         pass.reset();
-        CallPlugin(refusing, module, [&] { pass.emplace(request, automation, plugin.CreateFilter(), latency); });
+        CallPlugin(refusing, module, [&] { pass.emplace(request, score, plugin.CreateFilter(), latency); });
         return CallPlugin(ExitStatus::kWorkFailed, module, [&] { return pass->Run(); });
     };
     std::optional<std::string> note;
@@ -61,6 +71,8 @@ RenderReport Render(RenderRequest const& request, AutomationFile const& automati
     RenderReport report = pass->Finish();
     if (note)
         report.notes.push_back(*note);
+    if (request.midiPath && score.song.messages.empty())
+        report.notes.emplace_back("the MIDI file holds no messages");
     return report;
 }
 
@@ -69,15 +81,12 @@ RenderReport Render(RenderRequest const& request, AutomationFile const& automati
 std::string RunRender(RenderRequest const& request) {
     CheckOutputPaths(request);
     // A bad file shows before any plug-in is loaded.
-    AudioFileReader const input(request.inputPath);
-    if (request.sideChainPath)
-        static_cast<void>(SideChainFile(*request.sideChainPath, input.GetFormat()));
-    AutomationFile const automation =
-        request.automationPath ? AutomationFile(*request.automationPath) : AutomationFile();
+    RenderScore const score = ReadScore(request);
+    static_cast<void>(RenderSource(request, score.song));
     if (request.saveStatePath)
         CheckWritable(*request.saveStatePath);
     Session const session;
-    RenderReport const report = Render(request, automation);
+    RenderReport const report = Render(request, score);
     return request.json ? FormatJSON(report) : FormatTable(report);
 }
 

@@ -14,10 +14,13 @@ namespace vynhost {
 /// What the user asks of `vynhost render`.
 struct RenderRequest {
     std::string modulePath;
-    std::string inputPath;
+    std::optional<std::string> inputPath; ///< without it there is a MIDI file
     std::string outputPath;
     std::string classID = {}; ///< empty when the module's only class is meant
     int blockSize = 512;
+    std::optional<std::string> midiPath = {}; ///< of the song that an instrument plays
+    int sampleRate = 44100;                   ///< in hertz, of a rendering without an input file
+    std::optional<double> tailSeconds = {};   ///< rendered behind the end; empty: what the plug-in says
     std::optional<std::string> sideChainPath = {};
     vynmediatypes::AudioChannelLayout layout = {}; ///< of the track; empty when file and plug-in decide
     ChannelChoice channels = {};
@@ -29,9 +32,9 @@ struct RenderRequest {
     bool json = false;
 };
 
-/// Sends an audio file through a plug-in into a WAV file, and returns the report to be printed. Throws CommandError;
-/// then the output file is as it was before, and so is the file of the saved state unless the output alone could not be
-/// put in its place.
+/// Sends an audio file through a plug-in into a WAV file, or has an instrument play a MIDI file into it, or both, and
+/// returns the report to be printed. Throws CommandError; then the output file is as it was before, and so is the file
+/// of the saved state unless the output alone could not be put in its place.
 /// [main-thread]
 std::string RunRender(RenderRequest const& request);
 

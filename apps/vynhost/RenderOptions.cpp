@@ -1,5 +1,6 @@
 #include "vynhost/RenderOptions.h"
 
+#include "vynhost/CommandError.h"
 #include "vynhost/TrackLayout.h"
 
 #include <CLI/CLI.hpp>
@@ -10,6 +11,31 @@
 namespace {
 
 using vynhost::RenderRequest;
+
+// A range of the command line's own lets numbers pass that are none.
+double CheckTail(double seconds) {
+    constexpr double kMostSeconds = 3600.0;
+    if (seconds >= 0.0 && seconds <= kMostSeconds)
+        return seconds;
+    throw vynhost::CommandError::WrongUsage("--tail: goes from 0 to 3600 seconds");
+}
+
+void DeclareSource(CLI::App& render, RenderRequest& request) {
+    CLI::Option* const input =
+        render.add_option("-i,--input", request.inputPath, "Audio file to read; an instrument needs none")
+            ->type_name("IN.wav");
+    CLI::Option* const midi =
+        render.add_option("--midi", request.midiPath, "MIDI file that the instrument plays")->type_name("FILE.mid");
+    render.add_option("--rate", request.sampleRate, "Sample rate in hertz of a rendering without -i")
+        ->check(CLI::Range(1000, 768000))
+        ->excludes(input)
+        ->capture_default_str()
+        ->type_name("HZ");
+    render.callback([input, midi] {
+        if (input->count() == 0 && midi->count() == 0)
+            throw CLI::RequiredError(input->get_name());
+    });
+}
 
 void DeclareTrack(CLI::App& render, RenderRequest& request) {
     render.add_option("--sidechain", request.sideChainPath, "Audio file for the plug-in's side-chain input")
@@ -54,10 +80,11 @@ void DeclareValues(CLI::App& render, RenderRequest& request) {
 } // namespace
 
 void DeclareRender(CLI::App& app, RenderRequest& request) {
-    CLI::App& render = *app.add_subcommand("render", "Send an audio file through a plug-in, into a WAV file");
+    CLI::App& render =
+        *app.add_subcommand("render", "Send audio through a plug-in, or MIDI into an instrument, into a WAV file");
     render.add_option("PLUGIN", request.modulePath, "Plug-in: its unique ID, its name, or the path of its module")
         ->required();
-    render.add_option("-i,--input", request.inputPath, "Audio file to read")->required()->type_name("IN.wav");
+    DeclareSource(render, request);
     render.add_option("-o,--output", request.outputPath, "WAV file to write")->required()->type_name("OUT.wav");
     DeclareTrack(render, request);
     DeclareValues(render, request);
@@ -65,5 +92,10 @@ void DeclareRender(CLI::App& app, RenderRequest& request) {
     render.add_option("--block-size", request.blockSize, "Samples per block")
         ->check(CLI::Range(1, 65536))
         ->capture_default_str();
+    render
+        .add_option_function<double>(
+            "--tail", [&](double seconds) { request.tailSeconds = CheckTail(seconds); },
+            "Seconds to render behind the end, in place of what the plug-in says of its tail")
+        ->type_name("SECONDS");
     render.add_flag("--json", request.json, "Print the result as one JSON document");
 }

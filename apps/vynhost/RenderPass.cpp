@@ -1,31 +1,38 @@
 #include "vynhost/RenderPass.h"
 
+#include "vynhost/MainBuses.h"
 #include "vynhost/ProgressLine.h"
 #include "vynhost/TrackLayout.h"
 
 #include "vyncore/strings/StringUtils.h"
 
 #include <algorithm>
+#include <cmath>
 #include <iterator>
 #include <span>
+#include <stdexcept>
 #include <utility>
 
 namespace vynhost {
 
 namespace {
 
-std::optional<SideChainFile> OpenSideChain(RenderRequest const& request, AudioFormat const& main) {
-    if (!request.sideChainPath)
-        return std::nullopt;
-    return std::optional<SideChainFile>(std::in_place, *request.sideChainPath, main);
-}
-
 // Ahead of the plan: what a value means, the range of a frequency for one, may depend on the rate.
 boost::intrusive_ptr<vynaudiofilterhost::AudioFilter>
-SetUp(boost::intrusive_ptr<vynaudiofilterhost::AudioFilter> filter, AudioFormat const& format, int blockSize) {
+SetUp(boost::intrusive_ptr<vynaudiofilterhost::AudioFilter> filter, RenderRequest const& request,
+      AudioFormat const& format) {
+    if (request.midiPath && !filter->IsMusicDevice())
+        throw std::runtime_error("is no instrument: it plays no MIDI file");
     filter->SetSampleRate(static_cast<float>(format.sampleRate));
-    filter->SetBlockSize(blockSize);
+    filter->SetBlockSize(request.blockSize);
     return filter;
+}
+
+vynmediatypes::AudioChannelLayout GetMainOutputLayout(vynaudiofilterhost::AudioFilter const& filter) {
+    BusSpan const main = FindMainOutput(filter);
+    if (main.bus < 0)
+        return {};
+    return filter.GetOutputBuses()[static_cast<std::size_t>(main.bus)].GetLayout();
 }
 
 void Measure(LevelMeter& meter, float* const* channels, int channelCount, int samples) {
@@ -35,27 +42,32 @@ void Measure(LevelMeter& meter, float* const* channels, int channelCount, int sa
 
 } // namespace
 
-RenderPass::RenderPass(RenderRequest const& request, AutomationFile const& automation,
+RenderPass::RenderPass(RenderRequest const& request, RenderScore const& score,
                        boost::intrusive_ptr<vynaudiofilterhost::AudioFilter> filter, std::optional<int> latency)
     : mRequest(request),
-      mReader(request.inputPath),
-      mSideChain(OpenSideChain(request, mReader.GetFormat())),
-      mFilter(SetUp(std::move(filter), mReader.GetFormat(), request.blockSize)),
-      mPlan(MakeFilterPlan(*mFilter, request, automation, mReader.GetFormat().sampleRate)),
+      mSource(request, score.song),
+      mFilter(SetUp(std::move(filter), request, mSource.GetFormat())),
+      mPlan(MakeFilterPlan(*mFilter, request, score.automation, mSource.GetFormat().sampleRate)),
       mSavedState(request.saveStatePath),
-      mRenderer(*mFilter, MakeSetup(latency)),
-      mOutputFormat(ChooseWavFormat(mReader.GetFormat(), mRenderer.GetOutputChannels())),
-      mWriter(request.outputPath, mOutputFormat, mReader.GetSampleCount()) {}
+      mRenderer(*mFilter, MakeSetup(score.song, latency)),
+      mOutputFormat(ChooseWavFormat(mSource.GetFormat(), mRenderer.GetOutputChannels())),
+      mWriter(request.outputPath, mOutputFormat, mSource.GetSampleCount()) {}
 
-RenderSetup RenderPass::MakeSetup(std::optional<int> latency) {
-    AudioFormat const& format = mReader.GetFormat();
-    TrackRequest track{LayoutOfFile(format), mRequest.layout, {}, mRequest.channels};
-    if (mSideChain)
-        track.sideChain = LayoutOfFile(mSideChain->GetFormat());
-    RenderSetup setup{std::move(track), mReader.GetSampleCount(), static_cast<double>(format.sampleRate),
-                      mRequest.blockSize, latency};
+// An instrument that plays alone hears as many silent channels as it gives.
+TrackRequest RenderPass::MakeTrack() const {
+    return {mSource.HasFile() ? LayoutOfFile(mSource.GetFormat()) : GetMainOutputLayout(*mFilter), mRequest.layout,
+            mSource.GetSideChainLayout(), mRequest.channels};
+}
+
+RenderSetup RenderPass::MakeSetup(MidiSong const& song, std::optional<int> latency) {
+    auto const sampleRate = static_cast<double>(mSource.GetFormat().sampleRate);
+    RenderSetup setup{MakeTrack(), mSource.GetSampleCount(), sampleRate, mRequest.blockSize, latency};
+    setup.hasInput = mSource.HasFile();
     setup.preparations = std::move(mPlan.preparations);
     setup.automation = std::move(mPlan.automation);
+    setup.song = mRequest.midiPath ? &song : nullptr;
+    if (mRequest.tailSeconds)
+        setup.tail = std::llround(*mRequest.tailSeconds * sampleRate);
     if (mSavedState)
         setup.prepared = [this](vynaudiofilterhost::AudioFilter& filter) { mSavedState->Capture(filter); };
     return setup;
@@ -65,16 +77,13 @@ RenderOutcome const& RenderPass::Run() {
     ProgressLine progress("rendering");
     std::int64_t written = 0;
     auto const source = [&](float* const* channels, int samples) {
-        mReader.Read(channels, samples);
-        Measure(mMeterIn, channels, mReader.GetFormat().channels, samples);
-        if (mSideChain)
-            mSideChain->Read(channels + mReader.GetFormat().channels, samples);
+        mSource.Read(channels, mRenderer.GetSourceChannels(), samples);
     };
     auto const sink = [&](float* const* channels, int samples) {
         Measure(mMeterOut, channels, mRenderer.GetOutputChannels(), samples);
         mWriter.Write(channels, samples);
         written += samples;
-        progress.Show(static_cast<double>(written) / static_cast<double>(mReader.GetSampleCount()));
+        progress.Show(static_cast<double>(written) / static_cast<double>(mSource.GetSampleCount()));
     };
     mOutcome = mRenderer.Run(source, sink);
     return mOutcome;
@@ -91,10 +100,12 @@ RenderReport RenderPass::Finish() {
     report.sampleFormat = GetSampleFormatName(mOutputFormat);
     report.sampleRate = mOutputFormat.sampleRate;
     report.samples = mOutcome.samples;
-    report.channelsIn = mReader.GetFormat().channels;
+    report.channelsIn = mSource.GetFormat().channels;
     report.channelsOut = mOutputFormat.channels;
-    report.peakIn = mMeterIn.GetPeak();
-    report.rmsIn = mMeterIn.GetRMS();
+    if (mSource.HasFile()) {
+        report.peakIn = mSource.GetMeter().GetPeak();
+        report.rmsIn = mSource.GetMeter().GetRMS();
+    }
     report.peakOut = mMeterOut.GetPeak();
     report.rmsOut = mMeterOut.GetRMS();
     report.latency = mOutcome.latency;
@@ -107,18 +118,14 @@ RenderReport RenderPass::Finish() {
 void RenderPass::CollectNotes(RenderReport& report) const {
     report.notes = mPlan.notes;
     report.notes.insert(report.notes.end(), mOutcome.notes.begin(), mOutcome.notes.end());
-    if (mSideChain)
-        std::ranges::move(mSideChain->Describe(mReader.GetSampleCount()), std::back_inserter(report.notes));
-    if (mMeterIn.GetNonFiniteCount() > 0)
-        report.notes.push_back(std::to_string(mMeterIn.GetNonFiniteCount()) +
-                               " samples of the file are not finite (NaN or infinite) and were taken as 0");
+    std::ranges::move(mSource.Describe(), std::back_inserter(report.notes));
     if (mMeterOut.GetNonFiniteCount() > 0)
         report.notes.push_back(std::to_string(mMeterOut.GetNonFiniteCount()) +
                                " samples from the plug-in are not finite (NaN or infinite) and were written as 0");
     if (mWriter.GetClippedCount() > 0)
         report.notes.push_back(std::to_string(mWriter.GetClippedCount()) +
                                " samples are beyond full scale and were clipped: the file is " + report.sampleFormat);
-    if (!HaveSameSampleFormat(mReader.GetFormat(), mOutputFormat))
+    if (!HaveSameSampleFormat(mSource.GetFormat(), mOutputFormat))
         report.notes.push_back("written as " + report.sampleFormat +
                                ": a WAV file does not keep the sample format of the input");
     if (mWriter.IsLong())

@@ -18,6 +18,10 @@ void WriteSamples(TextTable& table, char const* name, RenderReport const& report
     table.Row(name) << samples << " samples, " << std::setprecision(3) << GetSeconds(report, samples) << " s";
 }
 
+nlohmann::ordered_json ToJSON(std::optional<double> const& level) {
+    return level ? nlohmann::ordered_json(*level) : nlohmann::ordered_json();
+}
+
 } // namespace
 
 std::string FormatJSON(RenderReport const& report) {
@@ -27,8 +31,8 @@ std::string FormatJSON(RenderReport const& report) {
     document["seconds"] = GetSeconds(report, report.samples);
     document["channelsIn"] = report.channelsIn;
     document["channelsOut"] = report.channelsOut;
-    document["peakIn"] = report.peakIn;
-    document["rmsIn"] = report.rmsIn;
+    document["peakIn"] = ToJSON(report.peakIn);
+    document["rmsIn"] = ToJSON(report.rmsIn);
     document["peakOut"] = report.peakOut;
     document["rmsOut"] = report.rmsOut;
     document["latency"] = report.latency;
@@ -45,8 +49,10 @@ std::string FormatTable(RenderReport const& report) {
                         << report.sampleFormat;
     WriteSamples(table, "length", report, report.samples);
     table.Row("channels") << report.channelsIn << " in, " << report.channelsOut << " out";
-    table.Level("peak in", report.peakIn);
-    table.Level("RMS in", report.rmsIn);
+    if (report.peakIn)
+        table.Level("peak in", *report.peakIn);
+    if (report.rmsIn)
+        table.Level("RMS in", *report.rmsIn);
     table.Level("peak out", report.peakOut);
     table.Level("RMS out", report.rmsOut);
     WriteSamples(table, "latency", report, report.latency);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,8 +17,8 @@ struct RenderReport {
     std::int64_t samples = 0; ///< of the output file, per channel
     int channelsIn = 0;
     int channelsOut = 0;
-    double peakIn = 0.0;
-    double rmsIn = 0.0;
+    std::optional<double> peakIn; ///< empty without an input
+    std::optional<double> rmsIn;  ///< likewise
     double peakOut = 0.0;
     double rmsOut = 0.0;
     int latency = 0;       ///< in samples

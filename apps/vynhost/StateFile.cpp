@@ -18,6 +18,7 @@
 #include <list>
 #include <stdexcept>
 #include <string_view>
+#include <vector>
 
 namespace vynhost {
 
@@ -27,7 +28,9 @@ using vynaudiofilterhost::PresetData;
 using vyncore::UString;
 using vyncore::UTF8String;
 using vyncore::proplist::PropList;
+using vyncore::string::UpperCase;
 using vyncore::string::UTF16to8;
+using vyncore::string::UTF8to16;
 
 namespace {
 
@@ -78,7 +81,7 @@ void StateFile::Read(AudioFilter const& filter) {
     PresetData const preset(*mPreset);
     if (preset.IsEmpty())
         Fail("holds no state");
-    if (!HoldsNumbersOnly(preset) || (exchange && !exchange->IsChunkWhole(preset)))
+    if (!HoldsNumbersOnly(preset) || (exchange && !exchange->IsStateWhole(preset)))
         Fail("is damaged, or of another version: the state in it is empty or not whole");
 }
 
@@ -110,14 +113,17 @@ void StateFile::Load(AudioFilter& filter) const {
     if (!filter.LoadSettings(preset))
         Fail("holds a state in another form than " + UTF16to8(filter.GetDisplayName()) + " takes");
     IPresetExchange const* const exchange = FindExchange(filter);
-    if (exchange && !exchange->WasChunkTaken() && !HasState(filter, preset))
+    if (exchange && !exchange->WasStateTaken() && !HasState(filter, preset))
         Fail("was refused by " + UTF16to8(filter.GetDisplayName()));
 }
 
-bool StateFile::IsForeign(IPresetExchange const* exchange) const {
-    std::string const extension = std::filesystem::path(mPath).extension().string();
-    return exchange && vyncore::string::UpperCase(vyncore::string::UTF8to16(extension)) ==
-                           vyncore::string::UpperCase(u"." + exchange->GetPresetFileExtension());
+std::optional<UString> StateFile::FindForeignExtension(IPresetExchange const* exchange) const {
+    std::string const own = std::filesystem::path(mPath).extension().string();
+    for (UString const& extension : exchange ? exchange->GetPresetFileExtensions() : std::vector<UString>()) {
+        if (UpperCase(UTF8to16(own)) == UpperCase(u"." + extension))
+            return extension;
+    }
+    return std::nullopt;
 }
 
 void StateFile::Capture(AudioFilter const& filter) {
@@ -125,22 +131,28 @@ void StateFile::Capture(AudioFilter const& filter) {
     PropList& list = file.CreateList(kPresetKey);
     PresetData preset(list);
     filter.SaveSettings(preset);
-    constexpr char const* kNoState = "cannot be written: the plug-in gave no state";
-    if (preset.IsEmpty())
-        Fail(kNoState);
     IPresetExchange const* const exchange = FindExchange(filter);
-    if (IsForeign(exchange)) {
-        IPresetExchange::Bytes bytes;
-        if (!exchange->WritePresetFile(preset, bytes))
-            Fail(kNoState);
-        mContent.assign(bytes.begin(), bytes.end());
-        return;
+    if (!HoldsNumbersOnly(preset))
+        Fail("cannot be written: the plug-in gave values that are no numbers");
+    if (preset.IsEmpty() || (exchange && !exchange->IsStateWhole(preset)))
+        Fail("cannot be written: the plug-in gave no state");
+    if (std::optional<UString> const extension = FindForeignExtension(exchange)) {
+        CaptureForeign(*exchange, preset, *extension);
+    } else {
+        file.SetValue(kUniqueIDKey, filter.GetID());
+        file.SetValue(kNameKey, filter.GetDisplayName());
+        mContent = vyncore::proplist::utils::WritePropList(file);
     }
-    file.SetValue(kUniqueIDKey, filter.GetID());
-    file.SetValue(kNameKey, filter.GetDisplayName());
-    mContent = vyncore::proplist::utils::WritePropList(file);
     if (mContent.size() > vyncore::proplist::utils::kMostFileBytes)
         Fail("cannot be written: the plug-in's state is too large");
+}
+
+void StateFile::CaptureForeign(IPresetExchange const& exchange, PresetData const& preset, UString const& extension) {
+    IPresetExchange::Bytes bytes;
+    UString reason;
+    if (!exchange.WritePresetFile(preset, extension, bytes, reason))
+        Fail("cannot be written: " + UTF16to8(reason));
+    mContent.assign(bytes.begin(), bytes.end());
 }
 
 void StateFile::Write() const {

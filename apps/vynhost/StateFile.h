@@ -3,6 +3,7 @@
 #include "vyncore/strings/UString.h"
 
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <utility>
@@ -14,12 +15,13 @@ class PropList;
 namespace vynaudiofilterhost {
 class AudioFilter;
 class IPresetExchange;
+class PresetData;
 } // namespace vynaudiofilterhost
 
 namespace vynhost {
 
 /// The state of a filter in a file: a property list with the filter's ID, its name and its preset, or, when the name
-/// ends in the extension of the plug-in's own preset files, such a file. Both forms are read, whatever the name. All
+/// ends in an extension of the plug-in's own preset files, such a file. All forms are read, whatever the name. All
 /// failures are CommandErrors that name the file.
 class StateFile {
 public:
@@ -38,7 +40,7 @@ public:
     void Load(vynaudiofilterhost::AudioFilter& filter) const;
 
     /// Takes the filter's present state, in place of one taken before, and keeps it for Write. A plug-in that gives
-    /// none is a failure.
+    /// none that is whole, or one that the file's form can't hold, is a failure.
     /// [main-thread]
     void Capture(vynaudiofilterhost::AudioFilter const& filter);
 
@@ -50,7 +52,12 @@ private:
     [[noreturn]] void Fail(std::string text) const;
     void ReadList(vynaudiofilterhost::AudioFilter const& filter, std::string bytes);
     void ReadForeign(vynaudiofilterhost::IPresetExchange const& exchange, std::span<unsigned char const> bytes);
-    bool IsForeign(vynaudiofilterhost::IPresetExchange const* exchange) const;
+    void CaptureForeign(vynaudiofilterhost::IPresetExchange const& exchange,
+                        vynaudiofilterhost::PresetData const& preset, vyncore::UString const& extension);
+
+    /// The one that the file's name ends in, as the plug-in has it. The exchange may be null.
+    /// [main-thread]
+    std::optional<vyncore::UString> FindForeignExtension(vynaudiofilterhost::IPresetExchange const* exchange) const;
 
     std::string mPath;
     std::shared_ptr<vyncore::proplist::PropList> mPreset; ///< that was read; copies of the object share it

@@ -4,6 +4,7 @@
 #include "vynaudiofilterhost/catalogue/AudioFilterRegistrar.h"
 #include "vynaudiofilterhost/inventory/BuildPrivatePluginConfigCmd.h"
 #include "vynaudiofilterhost/MainThread.h"
+#include "vynaudiofilterhost/VST/src/VSTModuleCache.h"
 #include "vynaudiofilterhost/VST3/src/VST3ModuleCache.h"
 
 #include <cassert>
@@ -27,6 +28,7 @@ bool Initialize(bool synthsEnabled) {
     AudioFilterRegistrar::RegisterDeferredDescriptors();
     console::BuildPrivatePluginConfigCmd::Register();
     vst3::CreateVST3ModuleCache();
+    vst::CreateVSTModuleCache();
     theInitializeCount = 1;
     return true;
 }
@@ -38,6 +40,7 @@ void Terminate() {
     if (--theInitializeCount != 0)
         return;
     vst3::DestroyVST3ModuleCache();
+    vst::DestroyVSTModuleCache();
     console::BuildPrivatePluginConfigCmd::Unregister();
 }
 

@@ -1,5 +1,7 @@
 #include "vynaudiofilterhost/OpenPluginModule.h"
 
+#include "vynaudiofilterhost/VST/src/VSTModuleCache.h"
+#include "vynaudiofilterhost/VST/src/VSTPluginModule.h"
 #include "vynaudiofilterhost/VST3/src/VST3Bundle.h"
 #include "vyncore/filesupport/Dir.h"
 #include "vyncore/filesupport/File.h"
@@ -11,7 +13,9 @@ boost::intrusive_ptr<PluginModule> OpenPluginModule(vyncore::UString const& path
         reason = u"no such file";
         return nullptr;
     }
-    return vst3::OpenVST3Module(path, reason);
+    if (vyncore::filesupport::Dir(path).Exists() || vst3::IsVST3Path(path))
+        return vst3::OpenVST3Module(path, reason);
+    return vst::OpenVSTModule(path, reason);
 }
 
 } // namespace vynaudiofilterhost

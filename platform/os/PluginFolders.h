@@ -14,6 +14,16 @@ namespace os {
 /// [any-thread]
 std::vector<vyncore::UString> GetVST3Folders();
 
+/// Where VST 2.x plug-ins may lie, as GetVST3Folders gives paths.
+struct VSTFolders {
+    std::vector<vyncore::UString> chosen; ///< set for this machine or this user; on Linux the variable VST_PATH
+    vyncore::UString system;              ///< of all users; on Linux /usr/lib/vst
+    vyncore::UString own;                 ///< on Linux ".vst" in the user's home; empty when there is none
+};
+
+/// [any-thread]
+VSTFolders GetVSTFolders();
+
 /// The extension of the system's shared modules, with its dot.
 /// [any-thread]
 vyncore::UString GetModuleExtension();

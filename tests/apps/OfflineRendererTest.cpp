@@ -1,5 +1,6 @@
 #include "vynhost/OfflineRenderer.h"
 #include "vynhost/CommandError.h"
+#include "vynhost/MidiSong.h"
 
 #include <gtest/gtest.h>
 
@@ -338,6 +339,31 @@ TEST(RenderTransportTest, TransportPlaysInStepWithThePosition) {
     EXPECT_EQ(state.mSamplePosition, 5250);
     EXPECT_DOUBLE_EQ(state.mMusicalPosition, 10.5);
     EXPECT_DOUBLE_EQ(state.mBarStartPosition, 8.0);
+}
+
+TEST(RenderTransportTest, TransportFollowsTheSongFromTheSamplesOfItsTemposAndMeters) {
+    MidiSong song;
+    song.tempos = {{0.0, 0.0, 120.0}, {2.0004, 4.0008, 60.0}};
+    song.meters = {{2.0004, 4.0008, 3, 8}, {4.0004, 6.0008, 7, 4}};
+    RenderTransport transport(1000.0, &song);
+    struct Case {
+        std::int64_t sample;
+        double tempo, quarters, bar;
+        int numerator, denominator, steady;
+    };
+    for (Case const& one : {Case{0, 120, 0, 0, 4, 4, 2000}, Case{1999, 120, 3.998, 0, 4, 4, 1},
+                            Case{2000, 60, 4.0008, 4.0008, 3, 8, 2000}, Case{3900, 60, 5.9004, 5.5008, 3, 8, 100},
+                            Case{4000, 60, 6.0008, 6.0008, 7, 4, 5000}}) {
+        transport.SetPosition(one.sample);
+        vynaudiofilterhost::PlaybackState state;
+        ASSERT_TRUE(transport.GetPlaybackState(state));
+        EXPECT_EQ(state.mTempo, one.tempo) << one.sample;
+        EXPECT_NEAR(state.mMusicalPosition, one.quarters, 1e-9) << one.sample;
+        EXPECT_NEAR(state.mBarStartPosition, one.bar, 1e-9) << one.sample;
+        EXPECT_EQ(state.mTimeSignatureNumerator, one.numerator);
+        EXPECT_EQ(state.mTimeSignatureDenominator, one.denominator);
+        EXPECT_EQ(transport.CountSteadySamples(one.sample, 5000), one.steady);
+    }
 }
 
 } // namespace

@@ -21,7 +21,9 @@ TEST(FuzzSeedsTest, SeedsAndTheirBeginningsKeepWhatMustHold) {
                                          std::pair<char const*, Target>{"property_list", FuzzPropertyList},
                                          std::pair<char const*, Target>{"state_chunk", FuzzStateChunk},
                                          std::pair<char const*, Target>{"preset_file", FuzzPresetFile},
+                                         std::pair<char const*, Target>{"vst_preset_file", FuzzVSTPresetFile},
                                          std::pair<char const*, Target>{"inventory_settings", FuzzInventorySettings},
+                                         std::pair<char const*, Target>{"midi_file", FuzzMidiFile},
                                          std::pair<char const*, Target>{"ban_list", FuzzBanList},
                                          std::pair<char const*, Target>{"static_ban_list", FuzzStaticBanList}}) {
         int seeds = 0;

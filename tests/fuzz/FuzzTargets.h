@@ -26,6 +26,9 @@ void FuzzStateChunk(std::uint8_t const* data, std::size_t size);
 /// The file of the inventory's settings.
 void FuzzInventorySettings(std::uint8_t const* data, std::size_t size);
 
+/// A MIDI file.
+void FuzzMidiFile(std::uint8_t const* data, std::size_t size);
+
 /// The file of the dynamic ban list.
 void FuzzBanList(std::uint8_t const* data, std::size_t size);
 
@@ -34,5 +37,8 @@ void FuzzStaticBanList(std::uint8_t const* data, std::size_t size);
 
 /// A preset file of a VST3 plug-in.
 void FuzzPresetFile(std::uint8_t const* data, std::size_t size);
+
+/// A preset file of a VST 2.x plug-in.
+void FuzzVSTPresetFile(std::uint8_t const* data, std::size_t size);
 
 } // namespace vynfuzz

@@ -45,13 +45,13 @@ public:
 private:
     void Enter(UString const& folder) {
         // Before it is seen whether the folder is known: whoever came through a link of another name saw no bundle.
-        if (mKind.inBundles && IsBundle(folder))
+        if (mKind.inBundles && IsBundle(folder, mKind.extension))
             AddBundleModules(os::JoinPath(os::JoinPath(folder, u"Contents"), os::GetBundleFolderName()));
         if (!IsNew(folder, mEntered))
             return;
         for (os::DirectoryEntry const& entry : os::ListDirectory(folder)) {
             UString path = os::JoinPath(folder, entry.name);
-            if (entry.kind == FileKind::kDirectory)
+            if (entry.kind == FileKind::kDirectory && !IsBundle(path, mKind.otherBundles))
                 mWaiting.push_back(std::move(path));
             else if (entry.kind == FileKind::kFile && EndsIn(path, mKind.extension))
                 mModules.push_back(std::move(path));
@@ -59,9 +59,9 @@ private:
     }
 
     // A name that is nothing but the extension is that of a hidden folder.
-    bool IsBundle(UString const& folder) const {
+    static bool IsBundle(UString const& folder, UString const& extension) {
         vyncore::filesupport::File const name(folder);
-        return EndsIn(folder, mKind.extension) && name.GetTitle() != name.GetName();
+        return !extension.empty() && EndsIn(folder, extension) && name.GetTitle() != name.GetName();
     }
 
     void AddBundleModules(UString const& binaries) {

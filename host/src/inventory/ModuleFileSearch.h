@@ -13,6 +13,8 @@ struct ModuleFileKind {
     /// Whether folders that are named with the extension are bundles: the modules in there for this kind of machine
     /// (os::GetBundleFolderName) count too, whatever their extension is.
     bool inBundles = false;
+    /// The extension, with its dot, of the bundles of another format, which are not entered; empty when there are none.
+    vyncore::UString otherBundles = {};
 };
 
 /// The full paths of the modules that lie in the folders, one folder after the other, and in everything below them. The

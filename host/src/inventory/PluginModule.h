@@ -63,6 +63,11 @@ public:
     /// [main-thread]
     vyncore::UString GetLoadError() const { return mLoadError; }
 
+    /// Why the last GetPluginInfo gave nothing, or a module without classes, in words for a person that go on after the
+    /// module's name; empty when nothing is known of it.
+    /// [main-thread]
+    vyncore::UString GetRefusalReason() const { return mRefusalReason; }
+
     /// Whether the code of some module threw while the system loaded or freed it. From then on only the thread on which
     /// that happened can load code; every other that asks the system's loader for something waits for ever, be it
     /// inside a library or a plug-in. The process had best be ended soon.
@@ -93,6 +98,9 @@ protected:
     /// For a format's Load that fails after the system's part went well.
     void SetLoadError(vyncore::UString const& reason) { mLoadError = reason; }
 
+    /// For a format's GetPluginInfo that refuses the module.
+    void SetRefusalReason(vyncore::UString const& reason) { mRefusalReason = reason; }
+
 private:
     void FreeModule();
 
@@ -100,6 +108,7 @@ private:
     HINSTANCE__* mModuleHandle = nullptr;
     bool mCanUnload;
     vyncore::UString mLoadError;
+    vyncore::UString mRefusalReason;
 
     static std::string sLocale;
     static vyncore::UTF8String sThemeXML;

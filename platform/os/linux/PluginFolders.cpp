@@ -48,6 +48,16 @@ std::vector<vyncore::UString> GetVST3Folders() {
     return folders;
 }
 
+VSTFolders GetVSTFolders() {
+    VSTFolders folders;
+    if (char const* const chosen = std::getenv("VST_PATH"))
+        folders.chosen = SplitPathList(chosen);
+    folders.system = u"/usr/lib/vst";
+    if (vyncore::UString const home = GetHomeFolder(); !home.empty())
+        folders.own = JoinPath(home, u".vst");
+    return folders;
+}
+
 vyncore::UString GetModuleExtension() {
     return u".so";
 }

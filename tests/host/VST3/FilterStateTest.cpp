@@ -76,7 +76,7 @@ TEST_F(FilterStateTest, ChunkHoldsBothStatesAndGoesBackInOrder) {
     EXPECT_EQ(Text(fixture->Snapshot().componentState), "compo");
     EXPECT_EQ(Text(fixture->Snapshot().controllerComponentState), "compo");
     EXPECT_EQ(Text(fixture->Snapshot().controllerState), "ctl");
-    EXPECT_TRUE(filter->WasChunkTaken());
+    EXPECT_TRUE(filter->WasStateTaken());
 }
 
 TEST_F(FilterStateTest, StateThatAPluginRefusesToGiveCountsAsNone) {
@@ -102,19 +102,19 @@ TEST_F(FilterStateTest, DamagedChunksHandOverWhatIsWhole) {
         std::size_t const calls = length < 16 + 5 ? 0 : 2;
         Bytes const cut = Chunk(kWholeChunk.substr(0, length));
         EXPECT_EQ(CallsOfLoading(cut).size(), calls);
-        EXPECT_FALSE(filter->IsChunkWhole(mPreset));
+        EXPECT_FALSE(filter->IsStateWhole(mPreset));
     }
     Bytes const noise(std::size_t{64} << 20, 0xA5);
     EXPECT_THAT(CallsOfLoading(noise), IsEmpty());
     EXPECT_THAT(CallsOfLoading(Chunk(kWholeChunk + "more")).size(), 3);
-    EXPECT_TRUE(filter->IsChunkWhole(mPreset));
+    EXPECT_TRUE(filter->IsStateWhole(mPreset));
 }
 
 TEST_F(FilterStateTest, RefusalAndExceptionsOfThePluginShow) {
     mConfiguration.Fail(FixtureFault::SetStateFails);
     OpenWithStates("compo", "ctl");
     CallsOfLoading(Chunk(kWholeChunk));
-    EXPECT_FALSE(filter->WasChunkTaken());
+    EXPECT_FALSE(filter->WasStateTaken());
     mConfiguration.faults = 0;
     mConfiguration.ThrowIn("Component.setState");
     filter.reset();
@@ -124,7 +124,7 @@ TEST_F(FilterStateTest, RefusalAndExceptionsOfThePluginShow) {
     int const dirty = filter->GetParameterDirtyCount();
     EXPECT_ANY_THROW(filter->LoadSettings(mPreset));
     EXPECT_FALSE(filter->IsLoadingSettings());
-    EXPECT_FALSE(filter->WasChunkTaken());
+    EXPECT_FALSE(filter->WasStateTaken());
     EXPECT_EQ(changes, 1);
     EXPECT_NE(filter->GetParameterDirtyCount(), dirty);
     // What was stored is not lost for what the plug-in can't give.
@@ -141,7 +141,9 @@ TEST_F(FilterStateTest, PresetFilesTravel) {
     OpenWithStates("compo", "ctl");
     SavedChunk();
     IPresetExchange::Bytes file;
-    ASSERT_TRUE(filter->WritePresetFile(mPreset, file));
+    vyncore::UString reason;
+    EXPECT_THAT(filter->GetPresetFileExtensions(), ElementsAre(u"vstpreset"));
+    ASSERT_TRUE(filter->WritePresetFile(mPreset, u"vstpreset", file, reason));
     // As the public form has it: the header, the states, the list of them.
     ASSERT_EQ(file.size(), 48u + 8 + 8 + 2 * 20);
     std::string const text(file.begin(), file.end());
@@ -152,7 +154,6 @@ TEST_F(FilterStateTest, PresetFilesTravel) {
 
     vyncore::proplist::PropList list;
     PresetData read(list);
-    vyncore::UString reason;
     ASSERT_TRUE(filter->ReadPresetFile(file, read, reason));
     EXPECT_TRUE(read == mPreset);
     for (std::size_t length = 0; length < file.size(); ++length)
@@ -162,7 +163,10 @@ TEST_F(FilterStateTest, PresetFilesTravel) {
     EXPECT_FALSE(filter->ReadPresetFile(file, read, reason));
     EXPECT_NE(reason.find(u"and this is"), vyncore::UString::npos);
     mPreset.SetChunkData(file.data(), 20);
-    EXPECT_FALSE(filter->WritePresetFile(mPreset, file));
+    IPresetExchange::Bytes const former = file;
+    EXPECT_FALSE(filter->WritePresetFile(mPreset, u"vstpreset", file, reason));
+    EXPECT_EQ(reason, u"the preset holds no state that is whole");
+    EXPECT_EQ(file, former);
 }
 
 } // namespace

@@ -143,7 +143,7 @@ void ExpectStateTravels(PluginModule& module, std::function<float()> const& next
     PropList fromFile;
     PresetData travelled(fromFile);
     vyncore::UString reason;
-    ASSERT_TRUE(exchange.WritePresetFile(preset, file));
+    ASSERT_TRUE(exchange.WritePresetFile(preset, u"vstpreset", file, reason));
     ASSERT_TRUE(exchange.ReadPresetFile(file, travelled, reason)) << vyncore::string::UTF16to8(reason);
     EXPECT_TRUE(travelled == preset);
     EXPECT_TRUE(third.Get().LoadSettings(travelled));

@@ -139,12 +139,13 @@ public:
     bool IsOutputRangeReady(std::int64_t firstSample, std::int64_t sampleCount) const override;
 
     // IPresetExchange. [main-thread]
-    UString GetPresetFileExtension() const override;
+    std::vector<UString> GetPresetFileExtensions() const override;
     bool IsPresetFile(std::span<unsigned char const> bytes) const override;
     bool ReadPresetFile(std::span<unsigned char const> bytes, PresetData& preset, UString& reason) const override;
-    bool WritePresetFile(PresetData const& preset, Bytes& bytes) const override;
-    bool IsChunkWhole(PresetData const& preset) const override;
-    bool WasChunkTaken() const override { return mChunkTaken; }
+    bool WritePresetFile(PresetData const& preset, UString const& extension, Bytes& bytes,
+                         UString& reason) const override;
+    bool IsStateWhole(PresetData const& preset) const override;
+    bool WasStateTaken() const override { return mChunkTaken; }
     bool CanSelectFactoryPreset(int index) const override;
 
 protected:

@@ -97,8 +97,8 @@ bool VST3AudioFilter::SetControllerState(ChunkBytes state) {
     return mController->setState(stream.get()) == kResultOk;
 }
 
-AudioFilter::UString VST3AudioFilter::GetPresetFileExtension() const {
-    return u"vstpreset";
+std::vector<AudioFilter::UString> VST3AudioFilter::GetPresetFileExtensions() const {
+    return {u"vstpreset"};
 }
 
 bool VST3AudioFilter::IsPresetFile(StateBytes bytes) const {
@@ -124,17 +124,20 @@ bool VST3AudioFilter::ReadPresetFile(StateBytes bytes, PresetData& preset, UStri
     return true;
 }
 
-bool VST3AudioFilter::WritePresetFile(PresetData const& preset, Bytes& bytes) const {
+bool VST3AudioFilter::WritePresetFile(PresetData const& preset, UString const&, Bytes& bytes, UString& reason) const {
     ChunkBytes chunk;
-    if (preset.GetPresetType() != PresetData::kPresetTypeChunkData || !preset.GetChunkData(chunk))
-        return false;
+    if (preset.GetPresetType() == PresetData::kPresetTypeChunkData)
+        preset.GetChunkData(chunk);
     VST3PresetContent const content{PresetClassID(mClassID), SplitStateChunk(chunk)};
-    if (IsUsable(content.states))
-        bytes = MakeVST3PresetFile(content);
-    return IsUsable(content.states);
+    if (!IsUsable(content.states)) {
+        reason = u"the preset holds no state that is whole";
+        return false;
+    }
+    bytes = MakeVST3PresetFile(content);
+    return true;
 }
 
-bool VST3AudioFilter::IsChunkWhole(PresetData const& preset) const {
+bool VST3AudioFilter::IsStateWhole(PresetData const& preset) const {
     ChunkBytes chunk;
     if (preset.GetPresetType() != PresetData::kPresetTypeChunkData ||
         preset.GetVersion() != GetCurrentPresetVersion() || !preset.GetChunkData(chunk))

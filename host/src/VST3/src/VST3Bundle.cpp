@@ -7,6 +7,7 @@
 #include "vyncore/filesupport/File.h"
 #include "vyncore/strings/StringUtils.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <vector>
 
@@ -59,6 +60,13 @@ UString FindModuleInBundle(UString const& folder, UString& reason) {
     reason = modules.empty() ? u"the bundle's folder for this machine holds no module"
                              : u"the bundle holds several modules; name one of them";
     return UString();
+}
+
+bool IsVST3Path(UString const& path) {
+    std::filesystem::path const whole(path);
+    return std::any_of(whole.begin(), whole.end(), [](std::filesystem::path const& step) {
+        return vyncore::string::UpperCase(step.extension().u16string()) == u".VST3";
+    });
 }
 
 boost::intrusive_ptr<PluginModule> OpenVST3Module(UString const& path, UString& reason) {

@@ -11,6 +11,10 @@ namespace vynaudiofilterhost::vst3 {
 /// there. Empty when there is none; reason then has one line that says why. [any-thread]
 vyncore::UString FindModuleInBundle(vyncore::UString const& folder, vyncore::UString& reason);
 
+/// Whether the path is that of a VST3 module: a bundle, something in one, or a file with the format's extension.
+/// [any-thread]
+bool IsVST3Path(vyncore::UString const& path);
+
 /// The module of a bundle folder or of a module file, through the cache. Null when it can't be had; reason then has one
 /// line that says why.
 /// [main-thread]

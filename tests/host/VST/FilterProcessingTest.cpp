@@ -1,0 +1,293 @@
+#include "FilterFixture.h"
+
+#include "support/NoAllocationScope.h"
+
+#include <climits>
+
+namespace {
+
+using namespace vynaudiofilterhost;
+using namespace vynaudiofilterhost::vst;
+using namespace vynfixtures;
+using testing::Each;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using vynmediatypes::AudioBusDescription;
+using vyntest::SampleBlock;
+
+class VSTFilterProcessingTest : public vyntest::VSTFilterTest {
+protected:
+    static VSTFixtureConfiguration MusicDevice() {
+        VSTFixtureConfiguration configuration;
+        configuration.flags |= effFlagsIsSynth;
+        return configuration;
+    }
+
+    /// Shows a stereo effect as a mono one.
+    void OpenMono(VSTFixtureConfiguration configuration = {}) {
+        configuration.flags |= effFlagsCanMono;
+        Open(configuration);
+        AudioFilter::Buses const mono{AudioBusDescription::CreateMono(u"", AudioBusDescription::kTypeMain)};
+        filter->RequestBusConfiguration(mono, mono);
+        ASSERT_EQ(filter->GetNumberOfInputChannels(), 1);
+    }
+
+    VSTFixtureBlock const& Block() const { return fixture->Snapshot().block; }
+
+    /// The filter's own call, without what ProcessWithMapping does before it.
+    void Process(SampleBlock& in, SampleBlock& out, int samples) {
+        ChannelFlags outFlags(~std::uint64_t{0});
+        filter->Process(in.Get(), out.Get(), samples, ChannelFlags(), outFlags);
+        EXPECT_EQ(outFlags, ChannelFlags());
+    }
+
+    /// First data byte of each event of the last delivery.
+    std::vector<int> Delivered() const {
+        VSTFixtureEvents const& events = fixture->Snapshot().events;
+        std::vector<int> notes;
+        for (int i = 0; i < events.count; ++i)
+            notes.push_back(events.events[i].midiData[1]);
+        return notes;
+    }
+};
+
+TEST_F(VSTFilterProcessingTest, EffectGetsTheCallersChannelsAndTheWholeBlock) {
+    Open({});
+    Resume(4096);
+    filter->SetParameter(0, 0.25f);
+    SampleBlock in(2, 3000), out(2, 3000);
+    Process(in, out, 3000);
+    EXPECT_EQ(Block().frames, 3000) << "no block is cut";
+    EXPECT_FALSE(Block().accumulates);
+    for (std::size_t channel = 0; channel < 2; ++channel) {
+        EXPECT_EQ(Block().inputs[channel], in.Get()[channel]);
+        EXPECT_EQ(Block().outputs[channel], out.Get()[channel]);
+        EXPECT_EQ(out[channel][2999], 0.5f * in[channel][2999]);
+    }
+    EXPECT_NE(Block().firstOutputs[0], 0.0f) << "nobody clears what is written anyway";
+    filter->Suspend();
+}
+
+TEST_F(VSTFilterProcessingTest, NoOutputIsSaidToBeSilentAndSilentInputsReadAsZero) {
+    Open({});
+    Resume(64);
+    SampleBlock in(2, 64), out(2, 64);
+    EXPECT_EQ(Render(in, out, 64, 0b11), ChannelFlags());
+    EXPECT_THAT(out[0], Each(0.0f));
+    EXPECT_THAT(out[1], Each(0.0f));
+    filter->Suspend();
+}
+
+TEST_F(VSTFilterProcessingTest, EffectThatCannotReplaceAddsToWhatIsThere) {
+    VSTFixtureConfiguration configuration;
+    configuration.flags = 0;
+    Open(configuration);
+    Resume(64);
+    SampleBlock in(2, 64), out(2, 64);
+    Process(in, out, 64);
+    EXPECT_TRUE(Block().accumulates);
+    EXPECT_EQ(out[1][63], 2.0f * in[1][63]);
+    Process(in, out, 64);
+    EXPECT_EQ(out[1][63], 3.0f * in[1][63]);
+    filter->Suspend();
+}
+
+TEST_F(VSTFilterProcessingTest, MonoIsHeardOnBothSidesAndTheRightOneIsDropped) {
+    OpenMono();
+    Resume(64);
+    SampleBlock in(1, 64), out(1, 64);
+    Render(in, out, 64);
+    EXPECT_EQ(Block().inputs[0], Block().inputs[1]);
+    EXPECT_NE(Block().outputs[0], Block().outputs[1]);
+    EXPECT_EQ(Block().nullChannels, 0);
+    EXPECT_EQ(out[0], in[0]);
+    filter->Suspend();
+    Resume(4096);
+    SampleBlock longIn(1, 4096), longOut(1, 4096);
+    Render(longIn, longOut, 4096);
+    EXPECT_EQ(longOut[0], longIn[0]) << "the spare channel grows with the block";
+    filter->Suspend();
+}
+
+TEST_F(VSTFilterProcessingTest, EffectIsNeverHandedFewerChannelsThanItSaysItHas) {
+    struct Case {
+        int inputs, outputs;
+        std::int32_t during;
+    };
+    for (Case const& row : {Case{8, 2, effMainsChanged}, Case{2, 8, effMainsChanged}, Case{8, 8, effStartProcess},
+                            Case{1, 1, effMainsChanged}, Case{9, 9, effGetEffectName}, Case{200, 200, effOpen},
+                            Case{-1, 2, effMainsChanged}, Case{2, INT_MAX, effMainsChanged}, Case{INT_MAX, 2, effOpen},
+                            Case{INT_MAX, INT_MAX, effStartProcess}})
+        for (bool const mono : {false, true}) {
+            VSTFixtureConfiguration configuration;
+            configuration.change = {.during = row.during, .numInputs = row.inputs, .numOutputs = row.outputs};
+            configuration.flags |= effFlagsCanMono;
+            Open(configuration);
+            if (mono) {
+                AudioFilter::Buses const bus{AudioBusDescription::CreateMono(u"", AudioBusDescription::kTypeMain)};
+                filter->RequestBusConfiguration(bus, bus);
+            }
+            Resume(64);
+            SampleBlock in(filter->GetNumberOfInputChannels(), 64), out(filter->GetNumberOfOutputChannels(), 64);
+            Render(in, out, 64);
+            EXPECT_EQ(Block().nullChannels, 0) << row.inputs << ' ' << row.outputs;
+            filter->Suspend();
+            Resume(64);
+            Render(in, out, 64);
+            EXPECT_EQ(Block().nullChannels, 0) << row.inputs << ' ' << row.outputs;
+            filter->Suspend();
+        }
+}
+
+TEST_F(VSTFilterProcessingTest, BlockForWhichThereAreTooFewChannelsIsSilentUntilTheNextResume) {
+    Open({});
+    Resume(64);
+    fixture->Effect()->numOutputs = 5;
+    SampleBlock in(2, 64), out(2, 64);
+    Render(in, out, 64);
+    EXPECT_EQ(fixture->CountCalls(kVSTFixtureProcessReplacing), 0);
+    EXPECT_THAT(out[1], Each(0.0f));
+    filter->Suspend();
+    Resume(64);
+    Render(in, out, 64);
+    EXPECT_EQ(fixture->CountCalls(kVSTFixtureProcessReplacing), 1);
+    EXPECT_EQ(Block().nullChannels, 0);
+    EXPECT_EQ(out[1], in[1]);
+    filter->Suspend();
+}
+
+TEST_F(VSTFilterProcessingTest, MusicDeviceGetsWhatWasScheduledSinceTheLastBlock) {
+    Open(MusicDevice());
+    Resume(64);
+    SampleBlock in(2, 64), out(2, 64);
+    Render(in, out, 64);
+    EXPECT_EQ(fixture->CountCalls(effProcessEvents), 0) << "nothing to deliver";
+    filter->ScheduleMIDIEvent(true, 5, 0x90, 60, 100);
+    filter->ScheduleMIDIEvent(false, 63, 0x80, 61, 1);
+    fixture->ClearCalls();
+    Render(in, out, 64);
+    EXPECT_THAT(fixture->Names(), ElementsAre("effProcessEvents", "processReplacing"));
+    VSTFixtureEvents const& events = fixture->Snapshot().events;
+    ASSERT_EQ(events.count, 2);
+    EXPECT_EQ(events.reserved, 0);
+    VstMidiEvent const& first = events.events[0];
+    EXPECT_EQ(first.type, 1);
+    EXPECT_EQ(first.byteSize, 32);
+    EXPECT_EQ(first.deltaFrames, 5);
+    EXPECT_EQ(first.flags, 1);
+    EXPECT_THAT(first.midiData, ElementsAre(0x90, 60, 100, 0));
+    EXPECT_EQ(first.noteLength + first.noteOffset + first.detune + first.noteOffVelocity, 0);
+    EXPECT_EQ(events.events[1].flags, 0);
+    EXPECT_EQ(events.events[1].deltaFrames, 63);
+    filter->ScheduleMIDIEvent(false, 0, 0x80, 62, 0);
+    Render(in, out, 64);
+    EXPECT_THAT(Delivered(), ElementsAre(62));
+    filter->Suspend();
+}
+
+TEST_F(VSTFilterProcessingTest, BlockHolds256Events) {
+    Open(MusicDevice());
+    Resume(64);
+    SampleBlock in(2, 64), out(2, 64);
+    for (unsigned event = 0; event < 258; ++event)
+        filter->ScheduleMIDIEvent(false, event, 0x90, static_cast<unsigned char>(event % 128), 1);
+    Render(in, out, 64);
+    ASSERT_EQ(fixture->Snapshot().events.count, 256);
+    EXPECT_EQ(fixture->Snapshot().events.events[255].deltaFrames, 255);
+    filter->ScheduleMIDIEvent(false, 0, 0x90, 7, 1);
+    Render(in, out, 64);
+    EXPECT_THAT(Delivered(), ElementsAre(7));
+    filter->Suspend();
+}
+
+TEST_F(VSTFilterProcessingTest, OtherEffectsAreSpokenToWithoutEvents) {
+    Open({});
+    Resume(64);
+    filter->ScheduleMIDIEvent(false, 0, 0x90, 7, 1);
+    SampleBlock in(2, 64), out(2, 64);
+    Render(in, out, 64);
+    EXPECT_THAT(fixture->Names(), ElementsAre("processReplacing"));
+    filter->Suspend();
+}
+
+TEST_F(VSTFilterProcessingTest, WhatTheAudioCallThrowsStaysInAndItsEventsComeAgain) {
+    for (std::int32_t const flags : {effFlagsIsSynth | effFlagsCanReplacing, effFlagsIsSynth + 0}) {
+        VSTFixtureConfiguration configuration;
+        configuration.flags = flags;
+        Open(configuration.ThrowIn(flags == effFlagsIsSynth ? kVSTFixtureProcess : kVSTFixtureProcessReplacing));
+        Resume(64);
+        SampleBlock in(2, 64), out(2, 64);
+        filter->ScheduleMIDIEvent(false, 0, 0x90, 1, 1);
+        EXPECT_NO_THROW(Process(in, out, 64));
+        filter->ScheduleMIDIEvent(false, 0, 0x90, 2, 1);
+        EXPECT_NO_THROW(Process(in, out, 64));
+        EXPECT_THAT(Delivered(), ElementsAre(1, 2));
+        filter->Suspend();
+    }
+    Open(MusicDevice().ThrowIn(effProcessEvents));
+    Resume(64);
+    SampleBlock in(2, 64), out(2, 64);
+    filter->ScheduleMIDIEvent(false, 0, 0x90, 1, 1);
+    EXPECT_NO_THROW(Process(in, out, 64));
+    EXPECT_EQ(fixture->CountCalls(kVSTFixtureProcessReplacing), 1);
+    filter->Suspend();
+}
+
+TEST_F(VSTFilterProcessingTest, EffectWithoutAudioFunctionsIsNotCalled) {
+    for (std::int32_t const flags : {effFlagsCanReplacing + 0, 0}) {
+        VSTFixtureConfiguration configuration;
+        configuration.flags = flags;
+        Open(configuration);
+        fixture->Effect()->process = nullptr;
+        fixture->Effect()->processReplacing = nullptr;
+        Resume(64);
+        SampleBlock in(2, 64), out(2, 64);
+        EXPECT_NO_THROW(Process(in, out, 64));
+        filter->Suspend();
+    }
+}
+
+TEST_F(VSTFilterProcessingTest, BlockNeitherAllocatesNorLocksWhateverTheEffectAsksInIt) {
+    VSTFixtureConfiguration configuration = MusicDevice();
+    for (std::int32_t const opcode : {audioMasterGetTime, audioMasterVersion, audioMasterPinConnected, 16, 17, 23})
+        configuration.AddHostCall({.during = kVSTFixtureProcessReplacing, .opcode = opcode});
+    configuration.AddHostCall(
+        {.during = kVSTFixtureProcessReplacing, .opcode = audioMasterCanDo, .text = "sendVstTimeInfo"});
+    configuration.AddHostCall({.during = effProcessEvents, .opcode = audioMasterGetTime});
+    for (bool const mono : {false, true}) {
+        if (mono)
+            OpenMono(configuration);
+        else
+            Open(configuration);
+        Resume(64);
+        SampleBlock in(2, 64), out(2, 64);
+        Render(in, out, 64);
+        fixture->ClearCalls();
+        {
+            vyntest::NoAllocationScope const guard;
+            for (int block = 0; block < 4; ++block) {
+                for (int event = 0; event < 300; ++event)
+                    filter->ScheduleMIDIEvent(false, 0, 0x90, 1, 1);
+                ChannelFlags outFlags;
+                filter->ProcessWithMapping(in.Get(), out.Get(), 64, ChannelFlags(1), outFlags);
+            }
+        }
+        EXPECT_EQ(fixture->CountCalls(kVSTFixtureProcessReplacing), 4);
+        EXPECT_THAT(fixture->Answers(audioMasterGetTime), Each(testing::Ne(0)));
+        filter->Suspend();
+    }
+}
+
+TEST_F(VSTFilterProcessingTest, LatencyIsReadAnewAndTheTailIsNone) {
+    VSTFixtureConfiguration configuration;
+    configuration.initialDelay = 64;
+    Open(configuration);
+    EXPECT_EQ(filter->GetInitialDelay(), 64);
+    fixture->Effect()->initialDelay = 512;
+    EXPECT_EQ(filter->GetInitialDelay(), 512);
+    EXPECT_EQ(filter->GetTail(), 0);
+    EXPECT_FALSE(filter->IsOfflineProcess());
+    EXPECT_FALSE(filter->IsGenerator());
+}
+
+} // namespace
