@@ -39,7 +39,7 @@ void AudioFilterProxy::TakeOver(AudioFilter& filter) {
     mUsesChunkData = filter.DoPresetsUseChunkData();
     AddInputBuses(filter.GetInputBuses());
     AddOutputBuses(filter.GetOutputBuses());
-    filter.SaveSettings(mZombiePreset);
+    filter.SaveSettings(*mZombiePreset);
     AudioFilter::SetSampleRate(filter.GetSampleRate());
     AudioFilter::SetBlockSize(filter.GetBlockSize());
     int const count = PlausibleCount(filter.GetParameterCount(), kMaxParameters);
@@ -62,7 +62,7 @@ boost::intrusive_ptr<AudioFilter> AudioFilterProxy::CreateAudioFilterFromZombieS
     filter->SetSampleRate(GetSampleRate());
     filter->SetBlockSize(GetBlockSize());
     filter->RequestBusConfiguration(GetInputBuses(), GetOutputBuses());
-    filter->LoadSettings(mZombiePreset);
+    filter->LoadSettings(*mZombiePreset);
     filter->SetUseChannelMap(GetUseChannelMap());
     for (Direction const direction : {kDirectionInput, kDirectionOutput})
         filter->SetChannelMap(GetChannelMap(direction), direction);
@@ -107,12 +107,12 @@ bool AudioFilterProxy::DoPresetsUseChunkData() const {
 }
 
 bool AudioFilterProxy::LoadSettings(PresetData const& preset) {
-    mZombiePreset.SetDataFromExistingPreset(preset);
+    mZombiePreset->SetDataFromExistingPreset(preset);
     return true;
 }
 
 void AudioFilterProxy::SaveSettings(PresetData& preset) const {
-    preset.SetDataFromExistingPreset(mZombiePreset);
+    preset.SetDataFromExistingPreset(*mZombiePreset);
 }
 
 } // namespace vynaudiofilterhost

@@ -78,7 +78,8 @@ private:
     bool HasParameter(int index) const noexcept;
 
     vyncore::proplist::PropList mZombieList;
-    PresetData mZombiePreset{mZombieList};
+    /// Filters and listeners that it is handed to may take references.
+    boost::intrusive_ptr<PresetData> const mZombiePreset{new PresetData(mZombieList)};
     std::vector<boost::intrusive_ptr<AudioFilterParameterInfo>> mParameterInfos;
     std::vector<float> mParameterValues;
     bool mUsesChunkData = false;

@@ -92,6 +92,24 @@ TEST(AudioFilterProxyTest, KeepsWhatMakesUpAFilterAndBringsItBack) {
     EXPECT_EQ(static_cast<PluginFilter&>(*back).setWithBuses, 2u) << "a state may depend on the buses";
 }
 
+/// Holds on to the preset that it writes, as a filter may.
+class HoldingFilter : public AudioFilter {
+public:
+    HoldingFilter() : AudioFilter(u"1:holding", u"Holding") {}
+
+    void SaveSettings(PresetData& preset) const override {
+        boost::intrusive_ptr<PresetData> const held(&preset);
+        held->SetVersion(7.0f);
+    }
+};
+
+TEST(AudioFilterProxyTest, AFilterMayTakeReferencesOnThePreset) {
+    boost::intrusive_ptr<AudioFilterProxy> const proxy(new AudioFilterProxy(new HoldingFilter));
+    EXPECT_EQ(Stored(*proxy), Stored(AudioFilterProxy(proxy)));
+    PropList list = Stored(*proxy);
+    EXPECT_EQ(PresetData(list).GetVersion(), 7.0f);
+}
+
 TEST(AudioFilterProxyTest, OfAFilterKnownByNameSettingsAndParametersAreKeptAsTheyAre) {
     AudioFilterProxy proxy(u"2:7 Old", u"Old", 2, true);
     proxy.ConnectPresetChanged([] { FAIL() << "nothing is announced"; });

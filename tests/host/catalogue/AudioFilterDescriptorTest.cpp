@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 namespace vynaudiofilterhost {
 namespace {
 
@@ -45,6 +47,24 @@ TEST(AudioFilterDescriptorTest, AStoredCopyEqualsTheOriginalButForTheUnstoredFla
 
     descriptor.SetSupports51(true);
     EXPECT_FALSE(copy == descriptor);
+}
+
+TEST(AudioFilterDescriptorTest, TheStoredKeysAreThoseThatFilesHold) {
+    auto descriptor = External(kModule);
+    descriptor.SetSupportsMono(true);
+    PropList expected;
+    expected.SetValue("locator", vyncore::UString(u"3:/p/a.vst3"));
+    expected.SetValue("name", vyncore::UString(u"Name"));
+    expected.SetValue("vendor", vyncore::UString(u"Vendor"));
+    expected.SetValue("version", 0x80000000u);
+    expected.SetValue("category", 12);
+    expected.SetValue("id", vyncore::UString(u"3:1234"));
+    expected.SetValue("factory_guid", vyncore::UString(kFactory.AsString()));
+    for (auto const& [key, value] : {std::pair("enabled", true), {"synth", true}, {"mono", true}, {"stereo", false}})
+        expected.SetValue(key, value);
+    PropList list;
+    descriptor.Write(list);
+    EXPECT_EQ(list, expected);
 }
 
 TEST(AudioFilterDescriptorTest, TheModulesPlaceDoesNotCountInComparisonAndEveryFlagDoes) {

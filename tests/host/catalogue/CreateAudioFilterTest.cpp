@@ -3,6 +3,7 @@
 #include "vynaudiofilterhost/catalogue/AudioFilterFactory.h"
 #include "vynaudiofilterhost/catalogue/AudioFilterRegistrar.h"
 #include "vynaudiofilterhost/catalogue/CreateAudioFilter.h"
+#include "vynaudiofilterhost/inventory/PluginModuleInfoManager.h"
 #include "vynaudiofilterhost/Library.h"
 
 #include <utility>
@@ -62,11 +63,19 @@ TEST_F(CreateAudioFilterTest, OlderFormsOfAnIDAreFound) {
     }
 }
 
-TEST_F(CreateAudioFilterTest, ADisabledFilterIsMadeByTheFactoryAlone) {
+TEST_F(CreateAudioFilterTest, ADisabledFilterIsMadeByTheFactoryAloneAndSoIsOneOfADisabledModule) {
     Add(u"a");
     catalogue.GetComponentDescriptorForID(u"a")->SetEnabled(false);
     EXPECT_FALSE(utility::CreateAudioFilter(u"a"));
     EXPECT_TRUE(factory.CreateAudioFilter(u"a"));
+
+    Add(u"b");
+    auto& inventory = PluginModuleInfoManager::GetInstance();
+    PluginLocator const module = catalogue.GetComponentDescriptorForID(u"b")->GetLocator();
+    inventory.AddPluginModuleInfo(new PluginModuleInfo(module, u"B", u"", 1, kTechnologyVST3, false, false));
+    EXPECT_FALSE(utility::CreateAudioFilter(u"b"));
+    EXPECT_TRUE(factory.CreateAudioFilter(u"b"));
+    inventory.ClearAll(true);
 }
 
 TEST_F(CreateAudioFilterTest, TheFirstFunctionOfAKindStaysAndAnEmptyOneThrows) {
