@@ -1,6 +1,8 @@
-// What a scan costs a user: the modules of /usr/lib/vst3 looked through by `vynhost scan` in children, beside a bare
-// loop over them in one process; a second scan, which opens none; and the start of `vynhost list` with 10,000 filters.
+// What a scan costs a user: the modules of /usr/lib/vst3 and those of /usr/lib/vst looked through by `vynhost scan` in
+// children, beside bare loops over them in one process; a second scan, which opens none; and the start of `vynhost
+// list` with 10,000 filters.
 #include "BareScan.h"
+#include "BareVSTScan.h"
 #include "Comparison.h"
 
 #include "support/TemporaryFolder.h"
@@ -22,12 +24,21 @@ using namespace vynaudiofilterhost;
 using vyncore::UString;
 
 constexpr char const* kBare = "--bare";
+constexpr char const* kBareVST = "--bare-vst";
 
-std::vector<std::string> Modules() {
+std::vector<std::string> ListModules(UString const& folder, ModuleFileKind const& kind) {
     std::vector<std::string> modules;
-    for (UString const& path : FindModuleFiles({u"/usr/lib/vst3"}, {.extension = u".vst3", .inBundles = true}))
+    for (UString const& path : FindModuleFiles({folder}, kind))
         modules.push_back(vyncore::string::UTF16to8(path));
     return modules;
+}
+
+std::vector<std::string> VST3Modules() {
+    return ListModules(u"/usr/lib/vst3", {.extension = u".vst3", .inBundles = true});
+}
+
+std::vector<std::string> VSTModules() {
+    return ListModules(u"/usr/lib/vst", {.extension = u".so"});
 }
 
 /// Runs a shell command at each turn.
@@ -56,6 +67,7 @@ void SaveInventory(vyncore::filesupport::File file, int count) {
 bool ReportAll(vynbench::Medians const& medians) {
     bool kept =
         vynbench::Report("a scan in two children over the bare loop", medians["scan"] / medians["bare"], 1.0, "times");
+    kept &= vynbench::Report("the same for VST 2.x", medians["scan VST"] / medians["bare VST"], 1.0, "times");
     kept &= vynbench::Report("the second scan", medians["second scan"], 50.0, "ms");
     return vynbench::Report("list with 10,000 filters", medians["list"], 150.0, "ms") && kept;
 }
@@ -64,17 +76,23 @@ bool ReportAll(vynbench::Medians const& medians) {
 
 int main(int argc, char** argv) {
     if (argc > 1 && std::string(argv[1]) == kBare)
-        return vynbench::ScanBare(Modules()) > 0 ? EXIT_SUCCESS : EXIT_FAILURE;
+        return vynbench::ScanBare(VST3Modules()) > 0 ? EXIT_SUCCESS : EXIT_FAILURE;
+    if (argc > 1 && std::string(argv[1]) == kBareVST)
+        return vynbench::ScanBareVST(VSTModules()) > 0 ? EXIT_SUCCESS : EXIT_FAILURE;
     vyntest::TemporaryFolder const scanned;
     vyntest::TemporaryFolder const filled;
     SaveInventory(vyncore::filesupport::File(filled.Path16(
                       vyncore::string::UTF16to8(PluginModuleInfoManager::GetInstance().GetSettingsFileName()))),
                   10000);
-    std::string const scan =
-        "VST3_PATH=/usr/lib/vst3 VYNHOST_HOME=" + scanned.Path().string() + " " + VYNHOST_PROGRAM + " scan --jobs 2";
+    // Plug-ins write below the user's home.
+    std::string const home = "HOME=" + scanned.Path().string() + " ";
+    std::string const program = home + "VYNHOST_HOME=" + scanned.Path().string() + " " + VYNHOST_PROGRAM;
+    std::string const scan = program + " scan /usr/lib/vst3 --jobs 2";
     std::vector<std::pair<char const*, std::string>> const commands{
-        {"bare", std::string(argv[0]) + " " + kBare},
+        {"bare", home + argv[0] + " " + kBare},
         {"scan", scan + " --all"},
+        {"bare VST", home + argv[0] + " " + kBareVST},
+        {"scan VST", program + " scan /usr/lib/vst --jobs 2 --all"},
         {"second scan", scan},
         {"list", "VYNHOST_HOME=" + filled.Path().string() + " " + VYNHOST_PROGRAM + " list"}};
     if (std::system((scan + " > /dev/null").c_str()) != 0)
@@ -84,6 +102,9 @@ int main(int argc, char** argv) {
             ->UseRealTime()
             ->Unit(benchmark::kMillisecond);
     vynbench::Medians const medians = vynbench::RunInterleaved(argc, argv);
-    std::printf("%zu modules: bare %.1f ms, scan %.1f ms\n", Modules().size(), medians["bare"], medians["scan"]);
+    std::printf("%zu VST3 modules: bare %.1f ms, scan %.1f ms\n", VST3Modules().size(), medians["bare"],
+                medians["scan"]);
+    std::printf("%zu VST 2.x modules: bare %.1f ms, scan %.1f ms\n", VSTModules().size(), medians["bare VST"],
+                medians["scan VST"]);
     return ReportAll(medians) ? EXIT_SUCCESS : EXIT_FAILURE;
 }
