@@ -56,8 +56,10 @@ PluginSelection::PluginSelection(std::string const& modulePath, std::string cons
     if (!mModule)
         throw CommandError::OfPlugin(modulePath, vyncore::string::UTF16to8(reason));
     ClassIDs classIDs;
-    if (!mModule->GetPluginInfo(classIDs) || classIDs.empty())
-        throw CommandError::OfPlugin(modulePath, "holds no audio plug-in");
+    if (!mModule->GetPluginInfo(classIDs) || classIDs.empty()) {
+        std::string const refusal = vyncore::string::UTF16to8(mModule->GetRefusalReason());
+        throw CommandError::OfPlugin(modulePath, refusal.empty() ? "holds no audio plug-in" : refusal);
+    }
     mClassID = ChooseClass(modulePath, classIDs, found.classID);
 }
 

@@ -21,7 +21,7 @@ AudioFilter::AudioFilter(UString const& uniqueID, UString const& displayName)
 AudioFilter::~AudioFilter() = default;
 
 void AudioFilter::SetAudioFilterHost(IAudioFilterHost* host) {
-    mHost = host;
+    mHost.store(host, std::memory_order_seq_cst);
 }
 
 void AudioFilter::SetSampleRate(float sampleRate) {

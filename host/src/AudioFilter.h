@@ -278,7 +278,7 @@ public:
     UString GetID() const { return mUniqueID; }
     UString GetDisplayName() const { return mDisplayName; }
     void SetDisplayName(UString const& name) { mDisplayName = name; }
-    IAudioFilterHost* GetAudioFilterHost() const noexcept { return mHost; }
+    IAudioFilterHost* GetAudioFilterHost() const noexcept { return mHost.load(std::memory_order_acquire); }
     float GetSampleRate() const noexcept { return mSampleRate; }
     int GetBlockSize() const noexcept { return mBlockSize; }
     RenderingContext GetRenderingContext() const noexcept { return mRenderingContext; }
@@ -412,7 +412,7 @@ private:
     std::int32_t mUITimerReferenceCount = 0;
     UString const mUniqueID;
     UString mDisplayName;
-    IAudioFilterHost* mHost = nullptr;
+    std::atomic<IAudioFilterHost*> mHost{nullptr}; ///< plug-ins ask on any thread
     float mSampleRate = 0.0f;
     double mSelectionLeft = 0.0;
     double mCurrentDuration = 0.0;

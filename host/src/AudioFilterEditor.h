@@ -55,15 +55,23 @@ public:
     /// [main-thread]
     virtual bool SetCurrentFocus();
 
-    /// Fires when GetEditorBounds has changed.
+    /// Whether the interface is shown: an interface that refuses its window stays closed.
     /// [main-thread]
+    bool IsOpen() const noexcept { return mOpen; }
+
+    /// Fires when GetEditorBounds has changed; some plug-ins say so on threads of their own.
+    /// [any-thread]
     ContentSizeChangedSignal& GetContentSizeChangedSignal() noexcept { return mContentSizeChanged; }
 
     /// Fires when the focus leaves the interface; true means forward.
-    /// [main-thread]
+    /// [any-thread]
     AdvanceFocusSignal& GetAdvanceFocusSignal() noexcept { return mAdvanceFocus; }
 
+protected:
+    void SetOpen(bool open) noexcept { mOpen = open; }
+
 private:
+    bool mOpen = false;
     ContentSizeChangedSignal mContentSizeChanged;
     AdvanceFocusSignal mAdvanceFocus;
 };

@@ -1,11 +1,12 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
 namespace os {
 
-/// Something an event loop of the system can wait for that wakes it at a set time: one alarm, owned by whoever made it.
-/// It never runs anything and starts no thread.
+/// Something an event loop of the system can wait for that wakes it at a set time, or when one of other descriptors is
+/// ready: one alarm, owned by whoever made it. It never runs anything and starts no thread.
 class CallQueueDescriptor {
 public:
     /// Asks the system for the descriptor, unarmed. When there is none to have the handle is -1 and Arm does nothing.
@@ -31,6 +32,22 @@ public:
     /// Takes the alarm back: unreadable until the next Arm.
     /// [any-thread]
     void Disarm() noexcept;
+
+    /// Makes the handle readable while this descriptor, which is somebody else's, is. A second time it does nothing.
+    /// False when the system can't watch it.
+    /// [any-thread]
+    bool Watch(std::intptr_t descriptor) noexcept;
+    /// [any-thread]
+    void Unwatch(std::intptr_t descriptor) noexcept;
+
+    struct Ready {
+        std::intptr_t descriptor;
+        bool hungUp; ///< nothing new will ever come from it
+    };
+
+    /// The watched descriptors that are readable now. Waits for none.
+    /// [any-thread]
+    std::vector<Ready> GetReady() const;
 
 private:
     void Set(std::uint64_t dueNanos) noexcept;

@@ -101,4 +101,17 @@ int GetProcessNumber() noexcept;
 /// [any-thread]
 int CountThreads() noexcept;
 
+/// The number of descriptors that this process has open; 0 when the system doesn't tell, as when no other can be
+/// opened.
+/// [any-thread]
+int CountDescriptors() noexcept;
+
+/// How many descriptors this process may have open at a time.
+/// [any-thread]
+int GetMostDescriptors() noexcept;
+
+/// Whether this process has started one that it hasn't waited for, ended or not.
+/// [any-thread]
+bool HasChildren() noexcept;
+
 } // namespace os

@@ -23,6 +23,16 @@ struct FileIdentity {
     friend auto operator<=>(FileIdentity const&, FileIdentity const&) = default;
 };
 
+/// What tells a file from another one that has lain under the same path.
+struct FileStamp {
+    std::uint64_t size = 0;   ///< in bytes
+    std::int64_t changed = 0; ///< nanoseconds since 1970: the content was, or so somebody says
+    std::int64_t altered = 0; ///< likewise: anything was; nobody can set it
+    std::uint64_t object = 0; ///< as in FileIdentity
+
+    bool operator==(FileStamp const&) const = default;
+};
+
 struct DirectoryEntry {
     vyncore::UString name;
     FileKind kind = FileKind::kNone;
@@ -35,6 +45,10 @@ FileKind GetFileKind(vyncore::UString const& path);
 /// The identity of what `path` leads to; empty when there is nothing.
 /// [any-thread]
 std::optional<FileIdentity> GetFileIdentity(vyncore::UString const& path);
+
+/// Empty when there is nothing.
+/// [any-thread]
+std::optional<FileStamp> GetFileStamp(vyncore::UString const& path);
 
 /// What lies directly in the folder `path`, sorted by name, without "." and ".."; empty when it can't be read.
 /// Left out: a link that leads nowhere, and a name that is no Unicode text, since no path of ours could reach it.

@@ -5,6 +5,7 @@
 #include "vyncore/filesupport/File.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <optional>
 #include <set>
 #include <utility>
@@ -89,10 +90,19 @@ private:
 
 } // namespace
 
+bool LiesInBundle(UString const& path, UString const& extension) {
+    std::filesystem::path const steps(path);
+    return std::any_of(steps.begin(), steps.end(), [&extension](std::filesystem::path const& step) {
+        return step != step.stem() && EndsIn(step.u16string(), extension);
+    });
+}
+
 std::vector<UString> FindModuleFiles(std::vector<UString> const& folders, ModuleFileKind const& kind) {
     Walk walk(kind);
-    for (UString const& folder : folders)
-        walk.Start(folder);
+    for (UString const& folder : folders) {
+        if (kind.otherBundles.empty() || !LiesInBundle(folder, kind.otherBundles))
+            walk.Start(folder);
+    }
     return walk.TakeModules();
 }
 

@@ -1,6 +1,9 @@
 #include "os/CallQueueDescriptor.h"
 
 #include <algorithm>
+#include <array>
+#include <cerrno>
+#include <span>
 
 #include <sys/epoll.h>
 #include <sys/timerfd.h>
@@ -11,11 +14,11 @@ namespace {
 
 constexpr std::uint64_t kNanosPerSecond = 1'000'000'000;
 
-bool Watch(int poller, int timer) {
+bool WatchWith(std::intptr_t poller, std::intptr_t descriptor) {
     epoll_event event{};
     event.events = EPOLLIN;
-    event.data.fd = timer;
-    return epoll_ctl(poller, EPOLL_CTL_ADD, timer, &event) == 0;
+    event.data.fd = static_cast<int>(descriptor);
+    return epoll_ctl(static_cast<int>(poller), EPOLL_CTL_ADD, event.data.fd, &event) == 0;
 }
 
 void Close(std::intptr_t& descriptor) {
@@ -29,7 +32,7 @@ void Close(std::intptr_t& descriptor) {
 // The handle is a poller around the timer and not the timer itself, so that other descriptors can wake the same wait.
 CallQueueDescriptor::CallQueueDescriptor() noexcept
     : mTimer(timerfd_create(CLOCK_MONOTONIC, TFD_NONBLOCK | TFD_CLOEXEC)), mHandle(epoll_create1(EPOLL_CLOEXEC)) {
-    if (mTimer < 0 || mHandle < 0 || !Watch(static_cast<int>(mHandle), static_cast<int>(mTimer))) {
+    if (mTimer < 0 || mHandle < 0 || !WatchWith(mHandle, mTimer)) {
         Close(mHandle);
         Close(mTimer);
     }
@@ -47,6 +50,28 @@ void CallQueueDescriptor::Arm(std::uint64_t dueNanos) noexcept {
 
 void CallQueueDescriptor::Disarm() noexcept {
     Set(0);
+}
+
+bool CallQueueDescriptor::Watch(std::intptr_t descriptor) noexcept {
+    return mHandle >= 0 && (WatchWith(mHandle, descriptor) || errno == EEXIST);
+}
+
+void CallQueueDescriptor::Unwatch(std::intptr_t descriptor) noexcept {
+    epoll_event ignored{};
+    if (mHandle >= 0)
+        epoll_ctl(static_cast<int>(mHandle), EPOLL_CTL_DEL, static_cast<int>(descriptor), &ignored);
+}
+
+std::vector<CallQueueDescriptor::Ready> CallQueueDescriptor::GetReady() const {
+    // More than that are told the next time: those that have been told take their turn behind the others.
+    std::array<epoll_event, 64> events;
+    int const count = mHandle >= 0 ? epoll_wait(static_cast<int>(mHandle), events.data(), events.size(), 0) : 0;
+    std::vector<Ready> ready;
+    for (epoll_event const& event : std::span(events).first(static_cast<std::size_t>(std::max(count, 0)))) {
+        if (event.data.fd != mTimer)
+            ready.push_back({event.data.fd, (event.events & (EPOLLHUP | EPOLLERR)) != 0});
+    }
+    return ready;
 }
 
 void CallQueueDescriptor::Set(std::uint64_t dueNanos) noexcept {

@@ -7,6 +7,7 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <iterator>
+#include <limits>
 #include <stdexcept>
 #include <sys/prctl.h>
 #include <sys/resource.h>
@@ -118,6 +119,12 @@ Preparation Prepare(std::string const& program, std::vector<std::string> const& 
         ready.arguments.push_back(const_cast<char*>(argument.c_str()));
     ready.arguments.push_back(nullptr);
     return ready;
+}
+
+int CountEntries(char const* folder) noexcept {
+    std::error_code failed;
+    std::filesystem::directory_iterator const entries(folder, failed);
+    return failed ? 0 : static_cast<int>(std::distance(begin(entries), end(entries)));
 }
 
 } // namespace
@@ -241,9 +248,22 @@ int GetProcessNumber() noexcept {
 }
 
 int CountThreads() noexcept {
-    std::error_code failed;
-    std::filesystem::directory_iterator const threads("/proc/self/task", failed);
-    return failed ? 0 : static_cast<int>(std::distance(begin(threads), end(threads)));
+    return CountEntries("/proc/self/task");
+}
+
+int CountDescriptors() noexcept {
+    return CountEntries("/proc/self/fd");
+}
+
+int GetMostDescriptors() noexcept {
+    rlimit limit{};
+    bool const told = ::getrlimit(RLIMIT_NOFILE, &limit) == 0;
+    return told ? static_cast<int>(std::min<rlim_t>(limit.rlim_cur, std::numeric_limits<int>::max())) : 0;
+}
+
+bool HasChildren() noexcept {
+    siginfo_t info{};
+    return ::waitid(P_ALL, 0, &info, WEXITED | WNOHANG | WNOWAIT) == 0;
 }
 
 } // namespace os

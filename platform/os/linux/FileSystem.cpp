@@ -38,6 +38,10 @@ FileIdentity IdentityOf(struct stat const& status) {
     return {static_cast<std::uint64_t>(status.st_dev), static_cast<std::uint64_t>(status.st_ino)};
 }
 
+std::int64_t NanosOf(timespec const& time) {
+    return std::int64_t{time.tv_sec} * 1'000'000'000 + time.tv_nsec;
+}
+
 std::optional<DirectoryEntry> ReadEntry(int folder, std::string const& name) {
     vyncore::UString text = vyncore::string::UTF8to16(name);
     bool const isText = vyncore::string::UTF16to8(text) == name;
@@ -57,6 +61,14 @@ FileKind GetFileKind(vyncore::UString const& path) {
 std::optional<FileIdentity> GetFileIdentity(vyncore::UString const& path) {
     std::optional<struct stat> const status = Look(path);
     return status ? std::optional(IdentityOf(*status)) : std::nullopt;
+}
+
+std::optional<FileStamp> GetFileStamp(vyncore::UString const& path) {
+    std::optional<struct stat> const status = Look(path);
+    if (!status)
+        return std::nullopt;
+    return FileStamp{static_cast<std::uint64_t>(status->st_size), NanosOf(status->st_mtim), NanosOf(status->st_ctim),
+                     static_cast<std::uint64_t>(status->st_ino)};
 }
 
 std::vector<DirectoryEntry> ListDirectory(vyncore::UString const& path) {

@@ -2,6 +2,7 @@
 
 #include "os/CallQueueDescriptor.h"
 #include "os/Clock.h"
+#include "vyncore/threads/DescriptorWatches.h"
 
 #include <map>
 #include <memory>
@@ -17,6 +18,8 @@ public:
     int RunDue();
     std::optional<std::uint64_t> NextDue();
     std::intptr_t Descriptor();
+    DescriptorWatches& Watches() { return mWatches; }
+    os::CallQueueDescriptor& GetDescriptor();
 
 private:
     struct FiledCall {
@@ -28,12 +31,14 @@ private:
     using Calls = std::multimap<std::uint64_t, FiledCall>;
 
     Calls::node_type TakeDue(std::uint64_t now, std::uint64_t endNumber);
+    int RunReady();
     void Rearm();
 
     std::mutex mMutex;
     Calls mCalls;
     std::uint64_t mNextNumber = 0;
     std::unique_ptr<os::CallQueueDescriptor> mDescriptor;
+    DescriptorWatches mWatches; ///< main thread
 };
 
 void CallQueue::File(std::function<void()>&& call, std::uint64_t delayNanos) {
@@ -65,7 +70,14 @@ int CallQueue::RunDue() {
         ++count;
         due.mapped().run();
     }
-    return count;
+    return count + RunReady();
+}
+
+int CallQueue::RunReady() {
+    std::unique_lock lock(mMutex);
+    os::CallQueueDescriptor* const poller = mDescriptor.get();
+    lock.unlock();
+    return poller ? mWatches.RunReady(*poller) : 0;
 }
 
 CallQueue::Calls::node_type CallQueue::TakeDue(std::uint64_t now, std::uint64_t endNumber) {
@@ -82,13 +94,17 @@ std::optional<std::uint64_t> CallQueue::NextDue() {
 }
 
 std::intptr_t CallQueue::Descriptor() {
+    return GetDescriptor().Handle();
+}
+
+os::CallQueueDescriptor& CallQueue::GetDescriptor() {
     std::lock_guard const lock(mMutex);
     // Made when somebody asks: an application that goes by NextDueNanos pays for no alarm.
     if (!mDescriptor) {
         mDescriptor = std::make_unique<os::CallQueueDescriptor>();
         Rearm();
     }
-    return mDescriptor->Handle();
+    return *mDescriptor;
 }
 
 void CallQueue::Rearm() {
@@ -125,6 +141,22 @@ int RunDueCalls() {
 
 std::optional<std::uint64_t> NextDueNanos() {
     return Queue().NextDue();
+}
+
+std::uint64_t WatchDescriptor(std::intptr_t descriptor, std::function<void()> call) noexcept {
+    try {
+        return Queue().Watches().Add(Queue().GetDescriptor(), descriptor, std::move(call));
+    } catch (...) {
+        return 0;
+    }
+}
+
+void UnwatchDescriptor(std::uint64_t watch) noexcept {
+    try {
+        Queue().Watches().Remove(Queue().GetDescriptor(), watch);
+    } catch (...) {
+        // No descriptor can be made: then nothing was ever watched.
+    }
 }
 
 std::intptr_t GetCallQueueDescriptor() {

@@ -242,6 +242,16 @@ static_assert(offsetof(VstPinProperties, flags) == 64);
 
 inline constexpr std::int32_t kVstPinIsStereo = 0x2;
 
+/// Where an editor lies in its window, in pixels.
+struct ERect {
+    std::int16_t top;
+    std::int16_t left;
+    std::int16_t bottom;
+    std::int16_t right;
+};
+
+static_assert(sizeof(ERect) == 8);
+
 struct VstParameterProperties {
     float stepFloat;
     float smallStepFloat;

@@ -1,5 +1,6 @@
 #include "vynaudiofilterhost/VST/src/CallGate.h"
 
+#include <chrono>
 #include <thread>
 
 namespace vynaudiofilterhost::vst {
@@ -39,8 +40,14 @@ void CallGate::WaitForCalls() noexcept {
 }
 
 void CallGate::WaitForSide(unsigned side) const noexcept {
-    while (mCalls[side].load(std::memory_order_seq_cst) > CountOwn(side))
-        std::this_thread::yield();
+    // A call that takes its time is one that waits itself, as a rule.
+    constexpr int kTurnsInHaste = 1000;
+    for (int turn = 0; mCalls[side].load(std::memory_order_seq_cst) > CountOwn(side); ++turn) {
+        if (turn < kTurnsInHaste)
+            std::this_thread::yield();
+        else
+            std::this_thread::sleep_for(std::chrono::microseconds(100));
+    }
 }
 
 bool CallGate::IsInside() const noexcept {

@@ -8,7 +8,7 @@ namespace vynaudiofilterhost::vst {
 /// Lets calls through on any thread, without a lock or a wait, and lets the one who takes away what they use wait until
 /// the last of them is out. It is not copied and must outlive the calls.
 ///
-/// 1. A call that came in after WaitForCalls began doesn't hold it up.
+/// 1. Calls that come in while WaitForCalls waits hold it up for a moment at most, however many they are.
 /// 2. A thread doesn't wait for the calls that it is in itself.
 class CallGate {
 public:

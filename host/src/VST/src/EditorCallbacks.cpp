@@ -28,6 +28,12 @@ void EditorCallbacks::Use(List list) {
         mLists.erase(mLists.begin(), mLists.end() - 1);
 }
 
+// One callback may have closed the editor of another.
+bool EditorCallbacks::IsStillThere(List const& walked, VSTAudioFilterEditor* editor) const {
+    List const* const list = mList.load(std::memory_order_seq_cst);
+    return list == &walked || (list && list->count(editor) != 0);
+}
+
 std::intptr_t EditorCallbacks::Call(std::int32_t opcode, std::int32_t index, std::intptr_t value, void* ptr,
                                     float opt) {
     // As a rule there is none, which is seen without counting.
@@ -38,6 +44,8 @@ std::intptr_t EditorCallbacks::Call(std::int32_t opcode, std::int32_t index, std
     if (!list)
         return 0;
     for (auto const& [editor, callback] : *list) {
+        if (!IsStillThere(*list, editor))
+            continue;
         if (std::intptr_t const answer = (*callback)(opcode, index, value, ptr, opt))
             return answer;
     }

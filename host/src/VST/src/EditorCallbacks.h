@@ -15,7 +15,7 @@ class VSTAudioFilterEditor;
 
 /// What a filter's open editors answer to the effect, in the order of the editors' addresses. The filter owns it.
 ///
-/// Effects call on any thread: Call neither locks, waits nor allocates.
+/// Effects call on any thread: Call neither locks, waits nor allocates. The object must outlive the calls.
 class EditorCallbacks {
 public:
     EditorCallbacks();
@@ -38,6 +38,7 @@ private:
     using List = std::map<VSTAudioFilterEditor*, std::shared_ptr<EffectCallback const>>;
 
     void Use(List list);
+    bool IsStillThere(List const& walked, VSTAudioFilterEditor* editor) const;
 
     std::atomic<List const*> mList{nullptr}; ///< null while there is no editor
     CallGate mGate;

@@ -95,6 +95,13 @@ public:
         mRetired.push_back(entry);
     }
 
+    void WaitForCalls(AEffect* effect) {
+        if (Entry* const entry = FindForChange(effect))
+            entry->gate.WaitForCalls();
+    }
+
+    bool Contains(AEffect* effect) { return FindForChange(effect) != nullptr; }
+
     std::optional<std::intptr_t> Call(AEffect* effect, std::int32_t opcode, std::int32_t index, std::intptr_t value,
                                       void* ptr, float opt) {
         Entry* const entry = Find(effect);
@@ -107,6 +114,11 @@ public:
     }
 
 private:
+    Entry* FindForChange(AEffect* effect) {
+        std::lock_guard const lock(mWriting);
+        return effect ? mTable.load()->Find(effect) : nullptr;
+    }
+
     Entry* Find(AEffect* effect) noexcept {
         mLookups.fetch_add(1, std::memory_order_seq_cst);
         Entry* const entry = mTable.load(std::memory_order_seq_cst)->Find(effect);
@@ -166,6 +178,14 @@ bool Add(AEffect* effect, EffectCallback callback) {
 
 void Remove(AEffect* effect) {
     TheRegistry().Remove(effect);
+}
+
+void WaitForCalls(AEffect* effect) {
+    TheRegistry().WaitForCalls(effect);
+}
+
+bool Contains(AEffect* effect) {
+    return TheRegistry().Contains(effect);
 }
 
 std::optional<std::intptr_t> Call(AEffect* effect, std::int32_t opcode, std::int32_t index, std::intptr_t value,

@@ -20,9 +20,16 @@ namespace EffectRegistry {
 bool Add(AEffect* effect, EffectCallback callback);
 
 /// From its return on the callback isn't running any more, but for a call in which the calling thread itself is. So it
-/// waits for the calls of other threads to come to their ends.
+/// waits for the calls of other threads to come to their ends, which they must be able to without the waiting thread.
 /// [any-thread]
 void Remove(AEffect* effect);
+
+/// Waits as Remove does, and leaves the effect where it is.
+/// [any-thread]
+void WaitForCalls(AEffect* effect);
+
+/// [any-thread]
+bool Contains(AEffect* effect);
 
 /// What the effect's callback answers; nothing when it has none. Null is no effect.
 /// [any-thread]

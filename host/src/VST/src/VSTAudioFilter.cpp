@@ -40,9 +40,12 @@ void VSTAudioFilter::Construct(UString const& modulePath, bool nameFromFile) {
     if (GetID() == kHighCPUEffect)
         SetHasHighCPU(true);
     mTimeInfo.SetSampleRate(GetSampleRate());
+    // Some effects report values while they open.
+    mListedParameters = GetEffect() ? PlausibleCount(GetEffect()->numParams, kMaxParameters) : 0;
     OpenEffect();
     ReadName(modulePath, nameFromFile);
     int const count = GetEffect() ? PlausibleCount(GetEffect()->numParams, kMaxParameters) : 0;
+    mListedParameters = count;
     mParameterInfos.reserve(static_cast<std::size_t>(count));
     for (int index = 0; index < count; ++index)
         mParameterInfos.emplace_back(new VSTParameterInfo(GetEffect(), index));
@@ -76,6 +79,7 @@ void VSTAudioFilter::ReadName(UString const& modulePath, bool nameFromFile) {
 
 // The registration goes first: what the effect asks while it closes needs no filter.
 void VSTAudioFilter::CloseEffect() {
+    DropEditor();
     if (mRegistered)
         EffectRegistry::Remove(GetEffect());
     mRegistered = false;
@@ -103,6 +107,12 @@ void VSTAudioFilter::SetCurrentOffset(std::int64_t offset) {
     mCurrentOffset = offset;
 }
 
+// From the return on no call of the effect's uses the host that was there before, also on threads of its own.
+void VSTAudioFilter::SetAudioFilterHost(IAudioFilterHost* host) {
+    AudioFilter::SetAudioFilterHost(host);
+    EffectRegistry::WaitForCalls(GetEffect());
+}
+
 void VSTAudioFilter::Suspend() {
     mTimeInfo.SetPlaying(false);
     Dispatch(effStopProcess, 0, 0, nullptr, 0.0f);
@@ -111,13 +121,19 @@ void VSTAudioFilter::Suspend() {
 }
 
 void VSTAudioFilter::Resume() {
-    // The base class lets the process thread in: what that needs is there before.
-    AllocateChannels();
+    // The base class lets the process thread in: what that needs is there before. A filter that runs already renders
+    // with what it has.
+    bool const wasSuspended = IsSuspended();
+    if (wasSuspended)
+        AllocateChannels();
     AudioFilter::Resume();
     mTimeInfo.SetPlaying(true);
     Dispatch(effMainsChanged, 0, 1, nullptr, 0.0f);
     Dispatch(effStartProcess, 0, 0, nullptr, 0.0f);
     mTimeInfo.ResetPosition();
+    // Some effects know their channels only now.
+    if (wasSuspended)
+        AllocateChannels();
 }
 
 bool VSTAudioFilter::RequiresSymmetricIO() const {
@@ -126,14 +142,6 @@ bool VSTAudioFilter::RequiresSymmetricIO() const {
 
 bool VSTAudioFilter::IsMusicDevice() const {
     return mMusicDevice;
-}
-
-void VSTAudioFilter::AddEditorCallback(VSTAudioFilterEditor* editor, EffectCallback callback) {
-    mEditorCallbacks.Add(editor, std::move(callback));
-}
-
-void VSTAudioFilter::RemoveEditorCallback(VSTAudioFilterEditor* editor) {
-    mEditorCallbacks.Remove(editor);
 }
 
 } // namespace vynaudiofilterhost::vst

@@ -4,6 +4,7 @@
 #include "vynaudiofilterhost/IPresetExchange.h"
 #include "vynaudiofilterhost/VST/src/EditorCallbacks.h"
 #include "vynaudiofilterhost/VST/src/MidiEventBlock.h"
+#include "vynaudiofilterhost/VST/src/VSTAudioFilterEditor.h"
 #include "vynaudiofilterhost/VST/src/VSTChannelBuffers.h"
 #include "vynaudiofilterhost/VST/src/VSTDispatcherBase.h"
 #include "vynaudiofilterhost/VST/src/VSTParameterInfo.h"
@@ -52,6 +53,7 @@ public:
     int GetMaxProcessingBlockSize() const override;
     void SetCurrentOffset(std::int64_t offset) override;
     void Process(float** in, float** out, int numSamples, ChannelFlags inFlags, ChannelFlags& outFlags) override;
+    void SetAudioFilterHost(IAudioFilterHost* host) override;
     void Suspend() override;
     void Resume() override;
     int GetParameterCount() const override;
@@ -70,6 +72,9 @@ public:
     bool CanUseSideChaining() const override;
     boost::intrusive_ptr<AudioFilterDescriptor> CreateFilterDescriptor(PluginLocator const& locator,
                                                                        bool internalFilter) override;
+    bool HasCustomEditor() const override;
+    boost::intrusive_ptr<AudioFilterEditor> CreateCustomEditor() override;
+    void DestroyCustomEditor(boost::intrusive_ptr<AudioFilterEditor> editor) override;
     bool RequiresSymmetricIO() const override;
     bool IsMusicDevice() const override;
     void ScheduleMIDIEvent(bool live, unsigned int sampleOffset, unsigned char status, unsigned char data1,
@@ -100,6 +105,8 @@ private:
     void OpenEffect();
     void ReadName(UString const& modulePath, bool nameFromFile);
     void CloseEffect();
+    bool HasEditorFlag() const noexcept;
+    void DropEditor();
 
     // Buses.
     void BuildIOConfiguration();
@@ -138,6 +145,9 @@ private:
     std::unique_ptr<MidiEventBlock> mEvents; ///< of a music device; filled and read on the process thread
     std::shared_ptr<void const> mCompanion;
 
+    // Main thread.
+    boost::intrusive_ptr<VSTAudioFilterEditor> mEditor;
+
     // Main thread, while the filter is suspended.
     SpeakerArrangementPointer mInputArrangement; ///< what the effect has answered; both or none
     SpeakerArrangementPointer mOutputArrangement;
@@ -155,7 +165,8 @@ private:
     // Any thread.
     VSTTimeInfoRecord mTimeInfo;
     EditorCallbacks mEditorCallbacks;
-    std::atomic<int> mMainInputs{0}; ///< channels of the first bus
+    std::atomic<int> mListedParameters{0}; ///< while the effect opens, those that it says it has
+    std::atomic<int> mMainInputs{0};       ///< channels of the first bus
     std::atomic<int> mMainOutputs{0};
 };
 

@@ -10,7 +10,7 @@ namespace vynaudiofilterhost::vst {
 
 // An effect that has fewer parameters than before isn't asked for the others.
 int VSTAudioFilter::GetParameterCount() const {
-    int const listed = static_cast<int>(mParameterInfos.size());
+    int const listed = mListedParameters.load(std::memory_order_relaxed);
     return GetEffect() ? std::clamp(GetEffect()->numParams, 0, listed) : 0;
 }
 

@@ -35,6 +35,8 @@ void VSTAudioFilter::Process(float** in, float** out, int numSamples, ChannelFla
         effectIn = monoIn;
         effectOut = monoOut;
     }
+    ProcessEvents();
+    // As the last thing before the audio: the effect may have changed its mind about its channels just now.
     if (!FitChannels(effectIn, effectOut, numSamples)) {
         for (int channel = 0; channel < mFilterOutputs; ++channel)
             std::fill_n(out[channel], numSamples, 0.0f);
@@ -43,7 +45,6 @@ void VSTAudioFilter::Process(float** in, float** out, int numSamples, ChannelFla
         return;
     }
     try {
-        ProcessEvents();
         ProcessFunction const process =
             (effect->flags & effFlagsCanReplacing) != 0 ? effect->processReplacing : effect->process;
         if (process)

@@ -1,7 +1,9 @@
 #include "vynaudiofilterhost/VST/src/VSTModuleCache.h"
 
 #include "vynaudiofilterhost/VST/src/VSTPluginModule.h"
+#include "vyncore/filesupport/File.h"
 
+#include <exception>
 #include <filesystem>
 #include <map>
 #include <utility>
@@ -50,9 +52,19 @@ boost::intrusive_ptr<VSTPluginModule> FindOrLoadVSTModule(UString const& path, U
 }
 
 boost::intrusive_ptr<VSTPluginModule> OpenVSTModule(UString const& path, UString& reason) {
-    // One form for every way to write a path: the cache tells modules apart by it.
-    return FindOrLoadVSTModule(std::filesystem::absolute(std::filesystem::path(path)).lexically_normal().u16string(),
-                               &reason);
+    UString whole;
+    try {
+        // One form for every way to write a path: the cache tells modules apart by it.
+        whole = std::filesystem::absolute(std::filesystem::path(path)).lexically_normal().u16string();
+    } catch (std::exception const&) {
+        reason = u"the path is no text";
+        return nullptr;
+    }
+    // What goes up from a link leads elsewhere than its text says.
+    auto const module = FindOrLoadVSTModule(vyncore::filesupport::File(whole).Exists() ? whole : path, &reason);
+    if (module)
+        module->KeepLoaded();
+    return module;
 }
 
 } // namespace vynaudiofilterhost::vst

@@ -22,7 +22,7 @@ void DestroyVSTModuleCache();
 boost::intrusive_ptr<VSTPluginModule> FindOrLoadVSTModule(vyncore::UString const& path,
                                                           vyncore::UString* reason = nullptr);
 
-/// The same for a path in any form. [main-thread]
+/// The same for a path in any form; the module then stays loaded. [main-thread]
 boost::intrusive_ptr<VSTPluginModule> OpenVSTModule(vyncore::UString const& path, vyncore::UString& reason);
 
 } // namespace vynaudiofilterhost::vst

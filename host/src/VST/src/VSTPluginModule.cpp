@@ -4,6 +4,7 @@
 #include "vynaudiofilterhost/inventory/PluginLocator.h"
 #include "vynaudiofilterhost/inventory/PluginModuleInfo.h"
 #include "vynaudiofilterhost/PluginCounts.h"
+#include "vynaudiofilterhost/VST/src/EffectRegistry.h"
 #include "vynaudiofilterhost/VST/src/EffectText.h"
 #include "vynaudiofilterhost/VST/src/StaticAudioMasterCallback.h"
 #include "vynaudiofilterhost/VST/src/VSTAudioFilter.h"
@@ -44,13 +45,13 @@ bool IsCount(std::int32_t count, std::int32_t limit) {
 /// What is wrong with what the effect says of itself; null when nothing is. Nothing is sized by it before.
 char16_t const* FindFault(AEffect const& effect) {
     if (!effect.dispatcher)
-        return u"its effect has no dispatcher";
+        return u"makes an effect without a dispatcher";
     if (!IsCount(effect.numInputs, kMaxVSTChannels) || !IsCount(effect.numOutputs, kMaxVSTChannels))
-        return u"it states an impossible number of channels";
+        return u"states an impossible number of channels";
     if (!IsCount(effect.numParams, kMaxParameters))
-        return u"it states an impossible number of parameters";
+        return u"states an impossible number of parameters";
     if (!IsCount(effect.numPrograms, kMaxPrograms))
-        return u"it states an impossible number of programs";
+        return u"states an impossible number of programs";
     return nullptr;
 }
 
@@ -64,7 +65,7 @@ char16_t const* CloseIfFaulty(AEffect* effect) {
 
 // Straight to the dispatcher: what an effect throws that is asked who it is goes to whoever asked.
 std::intptr_t Ask(AEffect* effect, EffectOpcode opcode, void* ptr = nullptr) {
-    return effect->dispatcher(effect, opcode, 0, 0, ptr, 0.0f);
+    return effect->dispatcher ? effect->dispatcher(effect, opcode, 0, 0, ptr, 0.0f) : 0;
 }
 
 } // namespace
@@ -83,7 +84,7 @@ bool VSTPluginModule::Load() {
 }
 
 void VSTPluginModule::Unload() {
-    if (!GetOSModule() || !mHold.expired())
+    if (!GetOSModule() || mKeptLoaded || !mHold.expired())
         return;
     mEntry = nullptr;
     PluginModule::Unload();
@@ -110,7 +111,8 @@ boost::intrusive_ptr<AudioFilter> VSTPluginModule::CreateAudioFilter(UString con
     unsigned number = 0;
     ParseVSTUniqueID(id, number);
     AEffect* const effect = MakeEffect(static_cast<std::int32_t>(number));
-    if (!effect || CloseIfFaulty(effect))
+    // One that a filter has already would be closed twice.
+    if (!effect || EffectRegistry::Contains(effect) || CloseIfFaulty(effect))
         return nullptr;
     boost::intrusive_ptr<VSTAudioFilter> const filter(
         new VSTAudioFilter(MakeVSTUniqueID(number, GetPath()), GetPath(), effect, !mShell));
@@ -125,14 +127,16 @@ boost::intrusive_ptr<PluginModuleInfo> VSTPluginModule::Refuse(char16_t const* r
 
 boost::intrusive_ptr<PluginModuleInfo> VSTPluginModule::GetPluginInfo(std::vector<UString>& ids) {
     ids.clear();
-    SetRefusalReason(UString());
+    SetRefusalReason(u"threw an exception when it was asked what it is");
     if (!mEntry)
-        return Refuse(u"it is not loaded");
+        return Refuse(u"is not loaded");
     AEffect* const effect = MakeEffect(0);
     if (!effect)
-        return Refuse(u"its entry function makes no effect");
+        return Refuse(u"makes no effect");
+    if (EffectRegistry::Contains(effect))
+        return Refuse(u"makes one effect for all");
     if (effect->magic != kEffectMagic)
-        return Refuse(u"what its entry function makes is no VST 2.x effect");
+        return Refuse(u"makes something that is no VST 2.x effect");
     if (char16_t const* const fault = CloseIfFaulty(effect))
         return Refuse(fault);
     std::vector<UString> found;
@@ -157,8 +161,7 @@ boost::intrusive_ptr<PluginModuleInfo> VSTPluginModule::ReadInfo(AEffect* effect
         ListShell(effect, ids);
     else
         ids.push_back(MakeVSTUniqueID(effect->uniqueID, GetPath()));
-    if (ids.empty())
-        SetRefusalReason(u"is a shell that lists no plug-in");
+    SetRefusalReason(ids.empty() ? UString(u"is a shell that lists no plug-in, or has no end") : UString());
     return new PluginModuleInfo(PluginLocator(kTechnologyVST, GetPath()), name, vendor, version, kTechnologyVST, true,
                                 mShell);
 }
@@ -178,6 +181,7 @@ void VSTPluginModule::ListShell(AEffect* effect, std::vector<UString>& ids) cons
             return;
         ids.push_back(MakeVSTUniqueID(number, GetPath()));
     }
+    ids.clear();
 }
 
 } // namespace vynaudiofilterhost::vst

@@ -26,9 +26,13 @@ public:
     /// [main-thread]
     bool Load() override;
 
-    /// Closes the file, unless a filter of it lives. Nothing on a module that is not loaded.
+    /// Closes the file, unless a filter of it lives or somebody relies on it. Nothing on a module that is not loaded.
     /// [main-thread]
     void Unload() override;
+
+    /// From here on the module stays loaded for as long as the object lives.
+    /// [main-thread]
+    void KeepLoaded() noexcept { mKeptLoaded = true; }
 
     /// A suspended filter of the effect with the number in the ID, with or without what stands before its colon; null
     /// when the module makes none, or one that can't be hosted. What the entry function throws goes to the caller.
@@ -55,6 +59,7 @@ private:
 
     EntryFunction mEntry = nullptr;
     bool mShell = false;
+    bool mKeptLoaded = false;
     std::weak_ptr<void const> mHold; ///< that the living filters share
 };
 

@@ -30,7 +30,7 @@ void VSTTimeInfoRecord::SetSampleRate(double sampleRate) noexcept {
 }
 
 void VSTTimeInfoRecord::SetPlaying(bool playing) noexcept {
-    ChangeFlags(kVstTransportPlaying, playing ? kVstTransportPlaying : 0);
+    ChangeFlag(kVstTransportPlaying, playing);
     mTransportChanged.store(true, std::memory_order_release);
 }
 
@@ -49,15 +49,18 @@ void VSTTimeInfoRecord::SetPlaybackState(PlaybackState const& state) noexcept {
 
 void VSTTimeInfoRecord::Touch() noexcept {
     bool const changed = mTransportChanged.exchange(false, std::memory_order_acq_rel);
-    ChangeFlags(kVstTransportChanged, changed ? kVstTransportChanged : 0);
+    ChangeFlag(kVstTransportChanged, changed);
     std::uint64_t const now = HighPrecisionTime::ConvertToNanos(HighPrecisionTime::GetCurrentTimeStamp());
     Store(mInfo.nanoSeconds, static_cast<double>(now));
 }
 
-// The effect may have written into its host's record: only what is meant is changed.
-void VSTTimeInfoRecord::ChangeFlags(std::int32_t cleared, std::int32_t set) noexcept {
+// Bit by bit: a start on the main thread and a question on another have different ones to change.
+void VSTTimeInfoRecord::ChangeFlag(std::int32_t flag, bool set) noexcept {
     std::atomic_ref<std::int32_t> const flags(mInfo.flags);
-    flags.store((flags.load(std::memory_order_relaxed) & ~cleared) | set, std::memory_order_relaxed);
+    if (set)
+        flags.fetch_or(flag, std::memory_order_relaxed);
+    else
+        flags.fetch_and(~flag, std::memory_order_relaxed);
 }
 
 } // namespace vynaudiofilterhost::vst

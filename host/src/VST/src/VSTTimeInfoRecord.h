@@ -41,7 +41,7 @@ public:
     VstTimeInfo* Get() noexcept { return &mInfo; }
 
 private:
-    void ChangeFlags(std::int32_t cleared, std::int32_t set) noexcept;
+    void ChangeFlag(std::int32_t flag, bool set) noexcept;
 
     VstTimeInfo mInfo{};
     std::atomic<bool> mTransportChanged{false};

@@ -2,8 +2,10 @@
 
 #include "vynaudiofilterhost/AudioFilter.h"
 #include "vynaudiofilterhost/IPresetExchange.h"
+#include "vynaudiofilterhost/VST3/src/HostRunLoop.h"
 #include "vynaudiofilterhost/VST3/src/ParameterChanges.h"
 #include "vynaudiofilterhost/VST3/src/ParameterPointQueues.h"
+#include "vynaudiofilterhost/VST3/src/VST3AudioFilterEditor.h"
 #include "vynaudiofilterhost/VST3/src/VST3BusBuffers.h"
 #include "vynaudiofilterhost/VST3/src/VST3EventList.h"
 #include "vynaudiofilterhost/VST3/src/VST3ParameterList.h"
@@ -84,6 +86,9 @@ public:
     int GetInitialDelay() const override;
     boost::intrusive_ptr<AudioFilterDescriptor> CreateFilterDescriptor(PluginLocator const& locator,
                                                                        bool internalFilter) override;
+    bool HasCustomEditor() const override;
+    boost::intrusive_ptr<AudioFilterEditor> CreateCustomEditor() override;
+    void DestroyCustomEditor(boost::intrusive_ptr<AudioFilterEditor> editor) override;
     void FlushMessageQueue() override;
     bool RequiresSymmetricIO() const override;
     bool IsMusicDevice() const override;
@@ -168,6 +173,7 @@ private:
     void SendComponentStateToController();
     void Disconnect();
     void ReleasePlugin();
+    void DropEditor();
 
     // Life: VST3AudioFilter.cpp.
     void SetupProcessing();
@@ -230,6 +236,8 @@ private:
     bool mInstrument = false;
 
     // Main thread.
+    std::shared_ptr<HostRunLoop> const mRunLoop = HostRunLoop::Make();
+    boost::intrusive_ptr<VST3AudioFilterEditor> mEditor;
     bool mChunkTaken = true;            ///< what the plug-in said of the last chunk
     mutable std::size_t mChunkSize = 0; ///< of the last one that it gave
 

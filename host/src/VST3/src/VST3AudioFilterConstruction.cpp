@@ -198,6 +198,7 @@ void VST3AudioFilter::ReleasePlugin() {
     if (mVendorProcessor)
         TraceStep("releasing vendor specific processor");
     Guarded([this] { ReleaseAndClear(mVendorProcessor); });
+    DropEditor();
     mInputEvents.reset();
     mOutputEvents.reset();
     TraceStep("disconnecting processor/controller");
@@ -221,6 +222,8 @@ void VST3AudioFilter::ReleasePlugin() {
             Guarded([this] { mComponent->terminate(); });
         Guarded([this] { ReleaseAndClear(mComponent); });
     }
+    // Until here the plug-in could take its handlers back; those that it has left are forgotten.
+    mRunLoop->Close();
     TraceStep("releasing factory");
     Guarded([this] { ReleaseAndClear(mFactory); });
 }

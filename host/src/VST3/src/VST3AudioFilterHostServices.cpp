@@ -48,7 +48,7 @@ tresult VST3AudioFilter::queryInterface(Steinberg::TUID const iid, void** object
     else if (Is(iid, IVST3TolveVendorSpecificHost::iid))
         *object = static_cast<IVST3TolveVendorSpecificHost*>(this);
     else
-        *object = nullptr;
+        *object = mRunLoop->Query(iid);
     return *object ? kResultOk : Steinberg::kNoInterface;
 }
 
@@ -111,8 +111,6 @@ int VST3AudioFilter::ReservedQuery() {
 }
 
 void VST3AudioFilter::ReservedCommand() {}
-
-void VST3AudioFilter::OnAdvanceFocus(int) {}
 
 char const* VST3AudioFilter::GetLocale() {
     return PluginModule::GetLocaleIdentifier();

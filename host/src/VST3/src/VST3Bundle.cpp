@@ -1,13 +1,13 @@
 #include "vynaudiofilterhost/VST3/src/VST3Bundle.h"
 
 #include "os/BundleFolder.h"
+#include "vynaudiofilterhost/inventory/ModuleFileSearch.h"
 #include "vynaudiofilterhost/VST3/src/VST3ModuleCache.h"
 #include "vynaudiofilterhost/VST3/src/VST3PluginModule.h"
 #include "vyncore/filesupport/Dir.h"
 #include "vyncore/filesupport/File.h"
 #include "vyncore/strings/StringUtils.h"
 
-#include <algorithm>
 #include <filesystem>
 #include <vector>
 
@@ -63,10 +63,7 @@ UString FindModuleInBundle(UString const& folder, UString& reason) {
 }
 
 bool IsVST3Path(UString const& path) {
-    std::filesystem::path const whole(path);
-    return std::any_of(whole.begin(), whole.end(), [](std::filesystem::path const& step) {
-        return vyncore::string::UpperCase(step.extension().u16string()) == u".VST3";
-    });
+    return LiesInBundle(path, u".vst3");
 }
 
 boost::intrusive_ptr<PluginModule> OpenVST3Module(UString const& path, UString& reason) {

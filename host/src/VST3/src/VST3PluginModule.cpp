@@ -138,6 +138,7 @@ boost::intrusive_ptr<AudioFilter> VST3PluginModule::CreateAudioFilter(UString co
 
 boost::intrusive_ptr<PluginModuleInfo> VST3PluginModule::GetPluginInfo(std::vector<UString>& classIDs) {
     DebugTrace(theInfoTrace, [] { return "entry"; });
+    SetRefusalReason(UString());
     boost::intrusive_ptr<PluginModuleInfo> info;
     std::vector<UString> found;
     try {
@@ -145,24 +146,29 @@ boost::intrusive_ptr<PluginModuleInfo> VST3PluginModule::GetPluginInfo(std::vect
     } catch (...) {
         // A module that throws when it is asked who it is, is refused.
         found.clear();
+        SetRefusalReason(u"threw an exception when it was asked what it holds");
     }
     classIDs.swap(found);
     DebugTrace(theInfoTrace, [] { return "done"; });
     return info;
 }
 
-boost::intrusive_ptr<PluginModuleInfo> VST3PluginModule::ReadInfo(std::vector<UString>& classIDs) const {
+boost::intrusive_ptr<PluginModuleInfo> VST3PluginModule::ReadInfo(std::vector<UString>& classIDs) {
     int32 const count = mFactory ? PlausibleCount(mFactory->countClasses(), kMaxClasses) : 0;
-    if (count < 1)
+    if (count < 1) {
+        SetRefusalReason(u"holds no class");
         return nullptr;
+    }
     Steinberg::PFactoryInfo factoryInfo;
     UString vendor;
     if (mFactory->getFactoryInfo(&factoryInfo) == kResultOk)
         vendor = vyncore::string::UTF8to16(TextOf(factoryInfo.vendor));
     // A VST3 module has no ID and no version of its own to be banned by.
     vyncore::filesupport::File const file(GetPath());
-    if (BannedPluginManager::GetInstance().IsPluginBannedStatically(file.GetName(), u"none", u"0"))
+    if (BannedPluginManager::GetInstance().IsPluginBannedStatically(file.GetName(), u"none", u"0")) {
+        SetRefusalReason(u"is on the list of unsupported plug-ins");
         return nullptr;
+    }
     classIDs = CollectAudioClassIDs(count);
     return new PluginModuleInfo(PluginLocator(kTechnologyVST3, GetPath()), file.GetTitle(), vendor, 0, kTechnologyVST3,
                                 true, classIDs.size() > 1);

@@ -53,7 +53,7 @@ private:
     bool AskForFactory();
     void TerminateModule();
     bool FailToLoad(vyncore::UString const& reason);
-    boost::intrusive_ptr<PluginModuleInfo> ReadInfo(std::vector<vyncore::UString>& classIDs) const;
+    boost::intrusive_ptr<PluginModuleInfo> ReadInfo(std::vector<vyncore::UString>& classIDs);
     std::vector<vyncore::UString> CollectAudioClassIDs(Steinberg::int32 count) const;
     bool FindClass(vyncore::UString const& classID, Steinberg::PClassInfo& classInfo) const;
 

@@ -1,0 +1,46 @@
+#include "vynaudiofilterhost/VST/src/VSTAudioFilter.h"
+#include "vynaudiofilterhost/VST/src/VSTAudioFilterEditor.h"
+#include "vyncore/debug/DebugDatabase.h"
+
+namespace vynaudiofilterhost::vst {
+
+bool VSTAudioFilter::HasEditorFlag() const noexcept {
+    return GetEffect() && (GetEffect()->flags & effFlagsHasEditor) != 0;
+}
+
+bool VSTAudioFilter::HasCustomEditor() const {
+    return HasEditorFlag() &&
+           vyncore::debug::DebugDatabase::Instance().GetEntry("DisableVSTCustomUI", "false") != "true";
+}
+
+boost::intrusive_ptr<AudioFilterEditor> VSTAudioFilter::CreateCustomEditor() {
+    if (!mEditor && HasEditorFlag())
+        mEditor = new VSTAudioFilterEditor(GetEffect(), this);
+    return mEditor;
+}
+
+void VSTAudioFilter::DestroyCustomEditor(boost::intrusive_ptr<AudioFilterEditor> editor) {
+    if (!editor || editor != mEditor)
+        return;
+    // Whoever should have closed it has forgotten: effects don't survive the loss of the window that they draw in.
+    mEditor->CloseEditor();
+    mEditor.reset();
+}
+
+void VSTAudioFilter::DropEditor() {
+    if (!mEditor)
+        return;
+    mEditor->CloseEditor();
+    mEditor->ForgetFilter();
+    mEditor.reset();
+}
+
+void VSTAudioFilter::AddEditorCallback(VSTAudioFilterEditor* editor, EffectCallback callback) {
+    mEditorCallbacks.Add(editor, std::move(callback));
+}
+
+void VSTAudioFilter::RemoveEditorCallback(VSTAudioFilterEditor* editor) {
+    mEditorCallbacks.Remove(editor);
+}
+
+} // namespace vynaudiofilterhost::vst

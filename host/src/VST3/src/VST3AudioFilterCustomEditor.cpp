@@ -1,0 +1,40 @@
+#include "vynaudiofilterhost/VST3/src/HostRunLoop.h"
+#include "vynaudiofilterhost/VST3/src/PluginPointer.h"
+#include "vynaudiofilterhost/VST3/src/VST3AudioFilter.h"
+#include "vynaudiofilterhost/VST3/src/VST3AudioFilterEditor.h"
+
+namespace vynaudiofilterhost::vst3 {
+
+bool VST3AudioFilter::HasCustomEditor() const {
+    if (mEditor && mEditor->HasView())
+        return true;
+    PluginPointer<Steinberg::IPlugView> const view(CreateEditorView(mController));
+    return static_cast<bool>(view);
+}
+
+boost::intrusive_ptr<AudioFilterEditor> VST3AudioFilter::CreateCustomEditor() {
+    if (!mEditor)
+        mEditor = new VST3AudioFilterEditor(mController, mRunLoop);
+    return mEditor;
+}
+
+void VST3AudioFilter::DestroyCustomEditor(boost::intrusive_ptr<AudioFilterEditor> editor) {
+    if (editor && editor == mEditor)
+        DropEditor();
+}
+
+// Whoever should have closed it has forgotten: a view that goes while it is attached takes its window's loop with it.
+void VST3AudioFilter::DropEditor() {
+    if (!mEditor)
+        return;
+    mEditor->CloseEditor();
+    mEditor.reset();
+}
+
+void VST3AudioFilter::OnAdvanceFocus(int direction) {
+    constexpr int kForward = 1;
+    if (mEditor)
+        mEditor->GetAdvanceFocusSignal()(direction == kForward);
+}
+
+} // namespace vynaudiofilterhost::vst3
