@@ -7,8 +7,12 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <fcntl.h>
 #include <stdexcept>
+#include <string>
 #include <string_view>
+#include <sys/resource.h>
+#include <sys/stat.h>
 #include <thread>
 #include <unistd.h>
 #include <vector>
@@ -32,6 +36,15 @@ namespace {
 constexpr std::string_view kDeed = VYN_BAD_DEED;
 constexpr std::chrono::milliseconds kSoon{40};
 constexpr std::chrono::hours kForEver{24};
+
+constexpr char const* kMark = "VYN_FIXTURE_MARK";
+
+// Of the protocol of a scan's children, which a module has no business to know.
+constexpr char kFiledFrame = 5;
+constexpr char kFilterFrame = 6;
+constexpr char kDoneFrame = 9;
+constexpr char const* kOthers = R"(<proplist version="1"><int key="num_plugin_infos">1</int><list key="plugin_info0">
+    <text key="locator">3:/other.vst3</text><int key="type">3</int><bool key="enabled">true</bool></list></proplist>)";
 
 std::atomic<bool> theEndOfTheLoop{false}; ///< nobody sets it
 
@@ -64,6 +77,35 @@ void StartProcess(bool returns) {
         return;
     std::this_thread::sleep_for(kForEver);
     std::_Exit(0);
+}
+
+void LeakDescriptors() {
+    constexpr rlim_t kLimit = 64;
+    rlimit limit{};
+    ::getrlimit(RLIMIT_NOFILE, &limit);
+    limit.rlim_cur = kLimit;
+    ::setrlimit(RLIMIT_NOFILE, &limit);
+    while (::open("/dev/null", O_RDONLY | O_CLOEXEC) != -1)
+        ;
+}
+
+/// What the host's child says to its parent, as if it were the child.
+void Speak(std::string const& bytes) {
+    constexpr int kMostDescriptors = 64;
+    for (int descriptor = STDERR_FILENO + 1; descriptor < kMostDescriptors; ++descriptor) {
+        struct stat status {};
+        bool const isPipe = ::fstat(descriptor, &status) == 0 && S_ISFIFO(status.st_mode);
+        if (isPipe && (::fcntl(descriptor, F_GETFL) & O_ACCMODE) == O_WRONLY)
+            while (::write(descriptor, bytes.data(), bytes.size()) > 0 && kDeed == "chatter")
+                ;
+    }
+}
+
+std::string Frame(char kind, std::string const& text) {
+    std::string frame;
+    for (int place = 0; place < 4; ++place)
+        frame += static_cast<char>((text.size() >> (8 * place)) & 0xFF);
+    return frame + kind + text;
 }
 
 struct StaticObject {
@@ -102,6 +144,30 @@ void DoDeedAtEntry() {
         StartProcess(false);
     if constexpr (kDeed == "go on in two processes")
         StartProcess(true);
+    if constexpr (kDeed == "leave a process that prints") {
+        if (::fork() == 0) {
+            Print(SIZE_MAX);
+            std::_Exit(0);
+        }
+    }
+    if constexpr (kDeed == "leave a process that stops the host") {
+        pid_t const host = ::getpid();
+        if (::fork() == 0) {
+            std::this_thread::sleep_for(kSoon);
+            ::kill(host, SIGSTOP);
+            std::_Exit(0);
+        }
+    }
+    if constexpr (kDeed == "leak descriptors")
+        LeakDescriptors();
+    if constexpr (kDeed == "mark the process")
+        ::setenv(kMark, "1", 1);
+    if constexpr (kDeed == "chatter")
+        Speak(Frame(kFilterFrame, std::string(100000, 'x')));
+    if constexpr (kDeed == "speak of others") {
+        Speak(Frame(kFiledFrame, kOthers) + Frame(kDoneFrame, ""));
+        std::this_thread::sleep_for(kForEver);
+    }
     if constexpr (kDeed == "fill the stack")
         FillStack(INT_MAX);
     if constexpr (kDeed == "fill the memory")
@@ -182,7 +248,7 @@ extern "C" {
 
 SMTG_EXPORT_SYMBOL bool ModuleEntry(void*) {
     DoDeedAtEntry();
-    return true;
+    return kDeed != "fail in a marked process" || !std::getenv(kMark);
 }
 
 SMTG_EXPORT_SYMBOL bool ModuleExit() {

@@ -8,7 +8,7 @@
 namespace vynfixtures {
 
 /// What of a fixture module was called. The component object is the audio processor as well.
-enum class FixtureObject : int { Module, Factory, Component, Controller };
+enum class FixtureObject : int { Module, Factory, Component, Controller, View };
 
 /// One call that the host made into a fixture module. A plain record that owns its texts, so that a copy outlives the
 /// module.
@@ -33,6 +33,10 @@ enum class FixtureObject : int { Module, Factory, Component, Controller };
 /// | the vendor's processor | first sample | number of samples | | | |
 /// | releaseVendor | | | | | |
 /// | destroyed | initialize calls without their terminate | | | | |
+/// | attached | | parent window | | | platform type |
+/// | onSize | | | | | left, top, right, bottom |
+/// | onFDIsSet | 1 when it read a byte | | | | |
+/// | SetBrightness | flag | | | brightness | |
 /// | host:... | the host's result | the argument sent | | value sent | |
 /// | others that take an index or an ID | that | | | | |
 struct FixtureCall {

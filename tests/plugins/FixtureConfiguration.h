@@ -1,5 +1,7 @@
 #pragma once
 
+#include "plugins/FixtureViewConfiguration.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -160,9 +162,12 @@ struct FixtureConfiguration {
 
     bool vendorInterfaces = false; ///< component, controller and processor answer for the vendor's
     bool vendorAnswer = true;      ///< what the vendor's processor says to everything
+    int vendorFocus = 0;           ///< what the vendor's controller says to GainFocus and SetCurrentFocus
     char vendorName[64] = "";
     unsigned vendorNameLength = 0;    ///< as it is stated
     bool vendorNameTerminated = true; ///< false: a 'x' where the 0 belongs
+
+    FixtureViewConfiguration view = {};
 
     FixtureConfiguration& Fail(FixtureFault fault) {
         faults |= std::uint64_t{1} << static_cast<unsigned>(fault);

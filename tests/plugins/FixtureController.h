@@ -1,6 +1,7 @@
 #pragma once
 
 #include "plugins/FixtureVendor.h"
+#include "plugins/FixtureView.h"
 #include "plugins/HostLink.h"
 
 #include "pluginterfaces/vst/ivsteditcontroller.h"
@@ -72,7 +73,7 @@ public:
 
     IPlugView* PLUGIN_API createView(FIDString name) override {
         Record(kObject, "createView", {.detail = name});
-        return nullptr;
+        return mConfiguration.view.present ? new FixtureView(mConfiguration.view) : nullptr;
     }
 
     int32 PLUGIN_API getUnitCount() override { return Log("getUnitCount", mConfiguration.unitCount); }

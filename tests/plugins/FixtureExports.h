@@ -32,7 +32,7 @@ struct FixtureExports {
     void (*setSink)(void (*sink)(FixtureCall const*));
 
     FixtureSnapshot const* (*snapshot)();
-    /// Components and controllers that are not destroyed.
+    /// Components, controllers and views that are not destroyed.
     int (*liveObjects)();
     /// The 16 bytes of the ID of the audio class `index`.
     unsigned char const* (*classId)(int index);

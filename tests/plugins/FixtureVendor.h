@@ -58,10 +58,24 @@ class VendorController final
     : public VendorPart<FixtureObject::Controller, vynaudiofilterhost::vst3::IVST3TolveVendorSpecificController> {
 public:
     using VendorPart::VendorPart;
-    void PLUGIN_API SetBrightness(float, bool) override {}
-    void PLUGIN_API SetBrightnessFlag(bool) override {}
-    int32 PLUGIN_API GainFocus(bool) override { return 0; }
-    int32 PLUGIN_API SetCurrentFocus() override { return 0; }
+
+    void PLUGIN_API SetBrightness(float value, bool flag) override {
+        Record(FixtureObject::Controller, "SetBrightness", {flag, {}, value});
+    }
+
+    void PLUGIN_API SetBrightnessFlag(bool flag) override {
+        Record(FixtureObject::Controller, "SetBrightnessFlag", {flag});
+    }
+
+    int32 PLUGIN_API GainFocus(bool flag) override {
+        Record(FixtureObject::Controller, "GainFocus", {flag});
+        return mConfiguration.vendorFocus;
+    }
+
+    int32 PLUGIN_API SetCurrentFocus() override {
+        Record(FixtureObject::Controller, "SetCurrentFocus");
+        return mConfiguration.vendorFocus;
+    }
 };
 
 /// Laid out as IVST3VirtualAudioFilterProcessor, whose own code is the host's.

@@ -12,7 +12,7 @@ std::atomic<int> nextCall{0};
 std::atomic<void (*)(FixtureCall const*)> callSink{nullptr};
 
 void ThrowIfTold(FixtureObject object, std::string_view name) {
-    static constexpr std::string_view objects[] = {"Module.", "Factory.", "Component.", "Controller."};
+    static constexpr std::string_view objects[] = {"Module.", "Factory.", "Component.", "Controller.", "View."};
     FixtureConfiguration const& configuration = ModuleState::Get().configuration;
     std::string_view const told = configuration.throwIn;
     std::string_view const prefix = objects[static_cast<int>(object)];

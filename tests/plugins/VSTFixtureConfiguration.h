@@ -1,5 +1,6 @@
 #pragma once
 
+#include "plugins/VSTFixtureEditorConfiguration.h"
 #include "plugins/VSTFixtureText.h"
 #include "vynaudiofilterhost/VST/src/AEffect.h"
 
@@ -124,10 +125,14 @@ struct VSTFixtureConfiguration {
     std::int32_t inputPins[kVSTFixtureMaxPins] = {};
     std::int32_t outputPins[kVSTFixtureMaxPins] = {};
 
+    VSTFixtureEditorConfiguration editor = {};
+
     int hostCallCount = 0;
     VSTFixtureHostCall hostCalls[kVSTFixtureMaxHostCalls] = {};
     bool ownThread = false; ///< a thread of the effect calls the host from the entry function to effClose
     bool logging = true;
+
+    VSTFixtureConfiguration() = default;
 
     VSTFixtureParameter& AddParameter(std::string_view of) {
         VSTFixtureParameter& added = parameters[listedParameters++];

@@ -188,6 +188,12 @@ std::intptr_t VSTFixtureEffect::Dispatch(std::int32_t opcode, std::int32_t index
     case effSetSpeakerArrangement:
     case effGetSpeakerArrangement:
         return AnswerOfBuses(opcode, index, value, ptr);
+    case effEditGetRect:
+    case effEditOpen:
+    case effEditClose:
+    case effEditIdle:
+    case effVendorSpecific:
+        return AnswerOfEditor(opcode, ptr);
     default:
         return AnswerOfEffect(opcode, index, ptr);
     }

@@ -43,6 +43,8 @@ private:
     std::intptr_t AnswerOfEffect(std::int32_t opcode, std::int32_t index, void* ptr);
     std::intptr_t AnswerOfParameter(std::int32_t opcode, std::int32_t index, void* ptr) const;
     std::intptr_t AnswerOfState(std::int32_t opcode, std::int32_t index, std::intptr_t value, void* ptr);
+    std::intptr_t AnswerOfEditor(std::int32_t opcode, void* ptr);
+    std::intptr_t GetEditorRect(vynaudiofilterhost::vst::ERect** rect);
     std::intptr_t AnswerOfBuses(std::int32_t opcode, std::int32_t index, std::intptr_t value, void* ptr);
     std::intptr_t NextOfShell(char* name);
     std::intptr_t GetProperties(std::int32_t index, void* ptr) const;
@@ -75,12 +77,15 @@ private:
     float mHeard = 0.0f; ///< keeps the reading of inputs without an output from being left out
     VSTFixtureSpeakers mInputSpeakers = {};
     VSTFixtureSpeakers mOutputSpeakers = {};
+    vynaudiofilterhost::vst::ERect mEditorRect = {};
+    bool mEditorOpen = false;
     bool mRequested[2] = {}; ///< input and output, by the last request that was accepted
     std::atomic<bool> mClosing{false};
     std::thread mOwnThread;
 };
 
-/// The first that is listed as `text`, or "prefix number" when none is.
+/// Writes the listed text, or "prefix number" when it is null.
+/// [any-thread]
 void WriteVSTFixtureText(char* buffer, VSTFixtureText const* listed, char const* prefix, int number);
 
 } // namespace vynfixtures

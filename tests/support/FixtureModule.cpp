@@ -25,7 +25,7 @@ bool IsModuleLoaded(std::string const& path) {
 }
 
 std::string CallText(FixtureCall const& call) {
-    static char const* const objects[] = {"Module", "Factory", "Component", "Controller"};
+    static char const* const objects[] = {"Module", "Factory", "Component", "Controller", "View"};
     std::string text = objects[static_cast<int>(call.object)];
     text.append(".").append(call.name).append("(").append(call.detail);
     if (call.hasArgument && call.detail[0] == 0)

@@ -50,7 +50,7 @@ constexpr Shape kShapes[] = {
     {effSetSpeakerArrangement, "effSetSpeakerArrangement", kZero, kFree, kPointer, kZero},
     {effGetEffectName, "effGetEffectName", kZero, kZero, kPointer, kZero},
     {effGetVendorString, "effGetVendorString", kZero, kZero, kPointer, kZero},
-    {effVendorSpecific, "effVendorSpecific", kNumber, kNumber, kNull, kZero},
+    {effVendorSpecific, "effVendorSpecific", kNumber, kNumber, kNull, kNumber},
     {effGetParameterProperties, "effGetParameterProperties", kNumber, kZero, kPointer, kZero},
     {effGetVstVersion, "effGetVstVersion", kZero, kZero, kNull, kZero},
     {effGetSpeakerArrangement, "effGetSpeakerArrangement", kZero, kPointer, kPointer, kZero},

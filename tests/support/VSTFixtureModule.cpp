@@ -104,4 +104,8 @@ std::intptr_t VSTFixtureModule::CallHost(std::int32_t opcode, std::int32_t index
     return mExports->host()(mExports->effect(), opcode, index, value, ptr, opt);
 }
 
+void VSTFixtureModule::CloseEffect() const {
+    Effect()->dispatcher(Effect(), vynaudiofilterhost::vst::effClose, 0, 0, nullptr, 0.0f);
+}
+
 } // namespace vynfixtures

@@ -77,6 +77,10 @@ public:
     /// [any-thread]
     vynaudiofilterhost::vst::AEffect* Effect() const { return mExports->effect(); }
 
+    /// Closes the effect made last, which a host that doesn't take it for one leaves alone.
+    /// [main-thread]
+    void CloseEffect() const;
+
     /// The module's own functions.
     /// [any-thread]
     VSTFixtureExports const* operator->() const { return mExports; }

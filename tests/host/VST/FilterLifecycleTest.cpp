@@ -104,15 +104,16 @@ TEST_F(VSTFilterLifecycleTest, MusicDeviceIsWhatTheFlagsOrTheCategorySay) {
     }
 }
 
-TEST_F(VSTFilterLifecycleTest, AbsurdCountsAreTakenAsNone) {
+TEST_F(VSTFilterLifecycleTest, CountsThatTurnAbsurdWhenItOpensAreTakenAsNone) {
     for (std::int32_t const count : {-1, INT_MAX}) {
         VSTFixtureConfiguration configuration;
-        configuration.numParams = count;
-        configuration.numPrograms = count;
+        configuration.change = {
+            .during = effOpen, .numInputs = count, .numOutputs = count, .numParams = count, .numPrograms = count};
         Open(configuration);
         ASSERT_TRUE(filter) << count;
         EXPECT_EQ(filter->GetParameterCount(), 0) << count;
         EXPECT_EQ(filter->GetNumFactoryPresets(), 0) << count;
+        EXPECT_EQ(filter->GetNumberOfInputChannels() + filter->GetNumberOfOutputChannels(), 0) << count;
         EXPECT_EQ(fixture->CountCalls(effGetParamName), 0) << count;
         EXPECT_EQ(filter->GetFactoryPresetName(0), u"");
     }

@@ -114,14 +114,15 @@ TEST_F(VSTFilterProcessingTest, EffectIsNeverHandedFewerChannelsThanItSaysItHas)
         int inputs, outputs;
         std::int32_t during;
     };
-    for (Case const& row : {Case{8, 2, effMainsChanged}, Case{2, 8, effMainsChanged}, Case{8, 8, effStartProcess},
-                            Case{1, 1, effMainsChanged}, Case{9, 9, effGetEffectName}, Case{200, 200, effOpen},
-                            Case{-1, 2, effMainsChanged}, Case{2, INT_MAX, effMainsChanged}, Case{INT_MAX, 2, effOpen},
-                            Case{INT_MAX, INT_MAX, effStartProcess}})
+    for (Case const& row :
+         {Case{8, 2, effMainsChanged}, Case{2, 8, effMainsChanged}, Case{8, 8, effStartProcess},
+          Case{8, 8, effProcessEvents}, Case{2, INT_MAX, effProcessEvents}, Case{1, 1, effMainsChanged},
+          Case{9, 9, effGetEffectName}, Case{200, 200, effOpen}, Case{-1, 2, effMainsChanged},
+          Case{2, INT_MAX, effMainsChanged}, Case{INT_MAX, 2, effOpen}, Case{INT_MAX, INT_MAX, effStartProcess}})
         for (bool const mono : {false, true}) {
             VSTFixtureConfiguration configuration;
             configuration.change = {.during = row.during, .numInputs = row.inputs, .numOutputs = row.outputs};
-            configuration.flags |= effFlagsCanMono;
+            configuration.flags |= effFlagsCanMono | effFlagsIsSynth;
             Open(configuration);
             if (mono) {
                 AudioFilter::Buses const bus{AudioBusDescription::CreateMono(u"", AudioBusDescription::kTypeMain)};
@@ -129,6 +130,7 @@ TEST_F(VSTFilterProcessingTest, EffectIsNeverHandedFewerChannelsThanItSaysItHas)
             }
             Resume(64);
             SampleBlock in(filter->GetNumberOfInputChannels(), 64), out(filter->GetNumberOfOutputChannels(), 64);
+            filter->ScheduleMIDIEvent(false, 0, 0x90, 1, 1);
             Render(in, out, 64);
             EXPECT_EQ(Block().nullChannels, 0) << row.inputs << ' ' << row.outputs;
             filter->Suspend();
@@ -140,17 +142,18 @@ TEST_F(VSTFilterProcessingTest, EffectIsNeverHandedFewerChannelsThanItSaysItHas)
 }
 
 TEST_F(VSTFilterProcessingTest, BlockForWhichThereAreTooFewChannelsIsSilentUntilTheNextResume) {
-    Open({});
+    Open(MusicDevice());
     Resume(64);
     fixture->Effect()->numOutputs = 5;
     SampleBlock in(2, 64), out(2, 64);
+    filter->ScheduleMIDIEvent(false, 0, 0x90, 1, 1);
     Render(in, out, 64);
     EXPECT_EQ(fixture->CountCalls(kVSTFixtureProcessReplacing), 0);
     EXPECT_THAT(out[1], Each(0.0f));
     filter->Suspend();
     Resume(64);
     Render(in, out, 64);
-    EXPECT_EQ(fixture->CountCalls(kVSTFixtureProcessReplacing), 1);
+    EXPECT_THAT(fixture->Names(), ElementsAre("processReplacing")) << "the event was the lost block's";
     EXPECT_EQ(Block().nullChannels, 0);
     EXPECT_EQ(out[1], in[1]);
     filter->Suspend();
@@ -249,7 +252,8 @@ TEST_F(VSTFilterProcessingTest, EffectWithoutAudioFunctionsIsNotCalled) {
 
 TEST_F(VSTFilterProcessingTest, BlockNeitherAllocatesNorLocksWhateverTheEffectAsksInIt) {
     VSTFixtureConfiguration configuration = MusicDevice();
-    for (std::int32_t const opcode : {audioMasterGetTime, audioMasterVersion, audioMasterPinConnected, 16, 17, 23})
+    for (std::int32_t const opcode :
+         {audioMasterGetTime + 0, audioMasterVersion + 0, audioMasterPinConnected + 0, 16, 17, 23})
         configuration.AddHostCall({.during = kVSTFixtureProcessReplacing, .opcode = opcode});
     configuration.AddHostCall(
         {.during = kVSTFixtureProcessReplacing, .opcode = audioMasterCanDo, .text = "sendVstTimeInfo"});

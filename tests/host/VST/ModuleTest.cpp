@@ -5,8 +5,7 @@
 #include "vynaudiofilterhost/inventory/PluginModuleInfo.h"
 #include "vynaudiofilterhost/OpenPluginModule.h"
 
-#include <filesystem>
-#include <stdexcept>
+#include <climits>
 
 namespace {
 
@@ -61,7 +60,7 @@ TEST_F(VSTModuleTest, ModulesThatCannotBeUsedAreRefusedWithAReasonAndNotKept) {
 
 TEST_F(VSTModuleTest, ModuleIsLoadedOnceAndAgainBehindItsUnloading) {
     std::u16string const path = VSTFixtureModule::Path16("main-only.so");
-    auto const first = FindOrLoadVSTModule(path);
+    auto first = FindOrLoadVSTModule(path);
     ASSERT_TRUE(first);
     EXPECT_EQ(FindOrLoadVSTModule(path), first);
     EXPECT_FALSE(first->Load()) << "loaded already";
@@ -73,7 +72,21 @@ TEST_F(VSTModuleTest, ModuleIsLoadedOnceAndAgainBehindItsUnloading) {
     first->Unload();
     EXPECT_EQ(FindOrLoadVSTModule(path), first);
     EXPECT_TRUE(first->CreateAudioFilter(u"2:1 x"));
+    first.reset();
     Terminate();
+    EXPECT_FALSE(IsModuleLoaded(VSTFixtureModule::Path("main-only.so")));
+    Initialize(true);
+}
+
+TEST_F(VSTModuleTest, ModuleStaysLoadedForAsLongAsAFilterOfItLives) {
+    std::u16string const path = VSTFixtureModule::Path16("main-only.so");
+    auto made = FindOrLoadVSTModule(path)->CreateAudioFilter(u"2:1 x");
+    ASSERT_TRUE(made);
+    FindOrLoadVSTModule(path)->Unload();
+    EXPECT_TRUE(IsModuleLoaded(VSTFixtureModule::Path("main-only.so")));
+    Terminate();
+    EXPECT_EQ(made->GetParameter(0), 0.5f) << "its code is there, though the library has stopped";
+    made.reset();
     EXPECT_FALSE(IsModuleLoaded(VSTFixtureModule::Path("main-only.so")));
     Initialize(true);
 }
@@ -95,6 +108,7 @@ TEST_F(VSTModuleTest, WrongMagicIsRefusedInAnInspectionAlone) {
     EXPECT_FALSE(wrong->GetPluginInfo(mIDs));
     EXPECT_THAT(mIDs, IsEmpty());
     EXPECT_THAT(seen.Names({vst::effOpen}), IsEmpty()) << "what it isn't is not opened";
+    seen.CloseEffect();
     EXPECT_TRUE(wrong->CreateAudioFilter(u"2:1 x"));
 }
 
@@ -205,6 +219,42 @@ TEST_F(VSTModuleTest, WhatAnInspectionSendsIsFixed) {
                                          "effShellGetNextPlugin", "effClose"};
     auto const constructed = vyntest::Joined({"VSTPluginMain"}, vyntest::ConstructionCalls(1));
     EXPECT_EQ(fixture->Names(), vyntest::Joined(vyntest::Joined(constructed, asked), ended));
+}
+
+TEST_F(VSTModuleTest, EffectWithImpossibleCountsIsRefusedAndClosed) {
+    using Count = std::int32_t VSTFixtureConfiguration::*;
+    for (Count const count : {&VSTFixtureConfiguration::numInputs, &VSTFixtureConfiguration::numOutputs,
+                              &VSTFixtureConfiguration::numParams, &VSTFixtureConfiguration::numPrograms})
+        for (std::int32_t const value : {-1, INT_MAX}) {
+            VSTFixtureConfiguration configuration;
+            configuration.*count = value;
+            configuration.ownThread = true; // in code that goes when the module is unloaded
+            EXPECT_FALSE(Inspect(configuration));
+            EXPECT_THAT(mIDs, IsEmpty());
+            EXPECT_FALSE(module->GetRefusalReason().empty());
+            EXPECT_FALSE(module->CreateAudioFilter(u"2:1234567 configurable"));
+            EXPECT_EQ((*fixture)->liveEffects(), 0);
+            EXPECT_EQ(fixture->CountCalls(effOpen), 0);
+        }
+    EXPECT_TRUE(Inspect({}));
+    EXPECT_TRUE(module->GetRefusalReason().empty());
+}
+
+TEST_F(VSTModuleTest, WhatTheModuleThrowsWhenItIsAskedWhoItIsGoesToTheCaller) {
+    for (std::int32_t const opcode : {effGetVstVersion + 0, effGetPlugCategory + 0, effShellGetNextPlugin + 0}) {
+        // The category is asked for once before, where it is caught.
+        VSTFixtureConfiguration configuration = VSTFixtureConfiguration::Shell();
+        configuration.ThrowIn(opcode, opcode == effGetPlugCategory ? 2 : 1);
+        EXPECT_ANY_THROW(Inspect(configuration)) << opcode;
+        EXPECT_EQ((*fixture)->liveEffects(), 0) << opcode;
+        EXPECT_EQ(fixture->Names().back(), "effClose") << opcode;
+    }
+    Open({});
+    filter.reset();
+    fixture->Configure(VSTFixtureConfiguration().ThrowIn(kVSTFixtureEntry));
+    EXPECT_ANY_THROW(module->GetPluginInfo(mIDs));
+    EXPECT_ANY_THROW(module->CreateAudioFilter(u"2:1234567 configurable"));
+    EXPECT_EQ((*fixture)->liveEffects(), 0);
 }
 
 TEST_F(VSTModuleTest, EffectThatThrowsIsClosedAllTheSame) {

@@ -20,7 +20,7 @@ TEST(VSTUniqueIDTest, NumberIsReadWithOrWithoutWhatStandsBeforeTheColon) {
     };
     for (Case const& row :
          {Case{u"2:1517179725 SimpleMastering", 1517179725}, Case{u"1517179725 SimpleMastering", 1517179725},
-          Case{u"2:4294967295 A", 4294967295}, Case{u"2:7", 7}, Case{u"7", 7}, Case{u"2:", 0}, Case{u"", 0},
+          Case{u"2:4294967295 A", 4294967295}, Case{u"2:7", 7}, Case{u"7", 7}, Case{u"2:", 2}, Case{u"", 0},
           Case{u"Echo", 0}, Case{u"2:Echo 5", 0}}) {
         unsigned number = 0;
         ParseVSTUniqueID(row.id, number);
