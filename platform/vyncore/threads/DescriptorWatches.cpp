@@ -38,6 +38,8 @@ int DescriptorWatches::RunReady(os::CallQueueDescriptor& poller) {
     if (mWatches.empty())
         return 0;
     int count = 0;
+    // What is watched from now on was not asked about: its descriptor may bear the number of one that is closed.
+    std::uint64_t const last = mLastNumber;
     for (os::CallQueueDescriptor::Ready const ready : poller.GetReady()) {
         std::vector<std::uint64_t> const numbers = NumbersOf(ready.descriptor);
         if (numbers.empty())
@@ -45,7 +47,7 @@ int DescriptorWatches::RunReady(os::CallQueueDescriptor& poller) {
         // Looked up one by one: each call may remove those behind it.
         for (std::uint64_t const number : numbers) {
             auto const found = mWatches.find(number);
-            if (found == mWatches.end())
+            if (number > last || found == mWatches.end())
                 continue;
             auto const call = found->second.call;
             ++count;
