@@ -10,6 +10,9 @@
 /// application runs on its main thread. No thread stands behind it. An application either asks when the next call is
 /// due, or waits for the queue's descriptor in the event loop that it has, and then calls RunDueCalls.
 ///
+/// Who only asks for times had better call RunDueCalls every few milliseconds while plug-ins show windows: of watched
+/// descriptors the times say nothing.
+///
 /// Calls run in the order of their due times, and those of one due time in the order of filing. The queue lives to the
 /// end of the process, past every static object; calls that are never run are dropped there.
 namespace vyncore::threads {

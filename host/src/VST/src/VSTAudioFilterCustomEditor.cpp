@@ -20,19 +20,17 @@ boost::intrusive_ptr<AudioFilterEditor> VSTAudioFilter::CreateCustomEditor() {
 }
 
 void VSTAudioFilter::DestroyCustomEditor(boost::intrusive_ptr<AudioFilterEditor> editor) {
-    if (!editor || editor != mEditor)
-        return;
-    // Whoever should have closed it has forgotten: effects don't survive the loss of the window that they draw in.
-    mEditor->CloseEditor();
-    mEditor.reset();
+    if (editor && editor == mEditor)
+        DropEditor();
 }
 
+// Whoever should have closed it has forgotten: effects don't survive the loss of the window that they draw in.
 void VSTAudioFilter::DropEditor() {
     if (!mEditor)
         return;
-    mEditor->CloseEditor();
-    mEditor->ForgetFilter();
-    mEditor.reset();
+    auto const dropped = std::move(mEditor);
+    dropped->CloseEditor();
+    dropped->ForgetFilter();
 }
 
 void VSTAudioFilter::AddEditorCallback(VSTAudioFilterEditor* editor, EffectCallback callback) {

@@ -27,8 +27,9 @@ void VST3AudioFilter::DestroyCustomEditor(boost::intrusive_ptr<AudioFilterEditor
 void VST3AudioFilter::DropEditor() {
     if (!mEditor)
         return;
-    mEditor->CloseEditor();
-    mEditor.reset();
+    auto const dropped = std::move(mEditor);
+    dropped->CloseEditor();
+    dropped->ForgetPlugin();
 }
 
 void VST3AudioFilter::OnAdvanceFocus(int direction) {

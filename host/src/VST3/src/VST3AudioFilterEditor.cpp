@@ -50,12 +50,17 @@ VST3AudioFilterEditor::VST3AudioFilterEditor(Steinberg::Vst::IEditController* co
 }
 
 VST3AudioFilterEditor::~VST3AudioFilterEditor() {
-    if (mVendorController)
-        Guarded([this] { mVendorController->release(); });
-    if (!mView)
+    ForgetPlugin();
+}
+
+void VST3AudioFilterEditor::ForgetPlugin() noexcept {
+    if (auto* const controller = std::exchange(mVendorController, nullptr))
+        Guarded([controller] { controller->release(); });
+    Steinberg::IPlugView* const view = std::exchange(mView, nullptr);
+    if (!view)
         return;
-    Guarded([this] { mView->setFrame(nullptr); });
-    Guarded([this] { mView->release(); });
+    Guarded([view] { view->setFrame(nullptr); });
+    Guarded([view] { view->release(); });
 }
 
 vyncore::geom::RectT<int> VST3AudioFilterEditor::GetEditorBounds() {
@@ -120,6 +125,10 @@ tresult VST3AudioFilterEditor::resizeView(Steinberg::IPlugView* view, ViewRect* 
     if (!rect || IsEmpty(*rect) || mResizing >= kDeepestResize)
         return Steinberg::kResultFalse;
     mRequestedSize = *rect;
+    // A listener may let go of the editor. While it is made nobody holds it yet.
+    bool const held = GetReferenceCount() > 0 && !IsBeingDestroyed();
+    boost::intrusive_ptr<VST3AudioFilterEditor> const self(held ? this : nullptr);
+    bool const hadView = mView != nullptr;
     struct Resizing {
         int& count;
 
@@ -128,7 +137,7 @@ tresult VST3AudioFilterEditor::resizeView(Steinberg::IPlugView* view, ViewRect* 
     } const resizing(mResizing);
     try {
         GetContentSizeChangedSignal()();
-        if (view)
+        if (view && (mView || !hadView))
             view->onSize(rect);
     } catch (...) {
         // A listener's or the view's own; neither is made for it.

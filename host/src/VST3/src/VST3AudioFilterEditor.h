@@ -14,14 +14,18 @@ namespace vynaudiofilterhost::vst3 {
 /// The editor over the view that a plug-in's edit controller makes. It is the view's frame: the view tells it the size
 /// that it wants.
 ///
-/// Made by the filter, which drops it before the controller goes; whoever else holds it gives it back before. It keeps
-/// no reference on the filter. Without a view it is there and does nothing.
+/// Made by the filter, which drops it before the controller goes; who holds it longer holds one that does nothing any
+/// more. It keeps no reference on the filter. Without a view it is there and does nothing.
 class VST3AudioFilterEditor final : public AudioFilterEditor, public Steinberg::IPlugFrame {
 public:
     /// @param runLoop  what the frame answers for beside itself; the filter's
     /// [main-thread]
     VST3AudioFilterEditor(Steinberg::Vst::IEditController* controller, std::shared_ptr<HostRunLoop> runLoop);
     ~VST3AudioFilterEditor() override;
+
+    /// Gives back what it has of the plug-in, which is about to go. From here on it does nothing.
+    /// [main-thread]
+    void ForgetPlugin() noexcept;
 
     /// [main-thread]
     bool HasView() const noexcept { return mView != nullptr; }
