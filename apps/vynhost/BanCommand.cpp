@@ -87,7 +87,7 @@ void Add(PluginLocator const& module, std::string const& reason, ScanRecords& re
     PluginModuleInfoManager::GetInstance().RemovePluginLocators({module});
     records.Put(module, {.state = ScanRecord::State::kBannedByUser,
                          .reason = reason,
-                         .stamp = FileStamp::Of(module.GetPath()).value_or(FileStamp{}),
+                         .stamp = os::GetFileStamp(module.GetPath()).value_or(os::FileStamp{}),
                          .time = GetUnixTime()});
 }
 

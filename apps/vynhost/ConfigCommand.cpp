@@ -93,9 +93,9 @@ void WaitForBuilder(os::ChildProcess& builder, double timeout, std::string const
 void Build(ConfigRequest const& request) {
     if (request.vst3Folder.empty() && request.vst2Folder.empty())
         throw CommandError::WrongUsage("name the folders of the plug-ins with --vst3 and --vst2");
-    os::ChildProcess builder(os::GetOwnProgram(),
-                             {kConfigBuilderCommand, request.file, "--vst3", UTF16to8(FindFolder(request.vst3Folder)),
-                              "--vst2", UTF16to8(FindFolder(request.vst2Folder))});
+    os::ChildProcess builder(os::GetOwnProgram(), {kConfigBuilderCommand, UTF16to8(MakeWholePath(request.file)),
+                                                   "--vst3", UTF16to8(FindFolder(request.vst3Folder)), "--vst2",
+                                                   UTF16to8(FindFolder(request.vst2Folder))});
     builder.CloseInput();
     WaitForBuilder(builder, request.timeout, request.file);
 }
@@ -145,6 +145,8 @@ std::string RunConfig(ConfigRequest const& request) {
     if (request.action == Action::kUse || request.action == Action::kClear) {
         StoredFilesLock const lock;
         SavePrivateConfiguration(configuration);
+        if (LoadStoredFiles())
+            SaveSettings();
     }
     if (request.action == Action::kShow)
         configuration = ReadPrivateConfiguration();

@@ -11,8 +11,6 @@
 #include "vynaudiofilterhost/inventory/PluginModuleInfoManager.h"
 #include "vyncore/strings/StringUtils.h"
 
-#include "os/PluginFolders.h"
-
 #include <algorithm>
 #include <filesystem>
 #include <optional>
@@ -35,19 +33,11 @@ PluginModuleInfoManager& GetInventory() {
     return PluginModuleInfoManager::GetInstance();
 }
 
-Folders ListFolders(PluginTechnology const& technology) {
-    if (!technology.UsesDirectories() && technology.GetType() == vynaudiofilterhost::kTechnologyVST3) {
-        auto const fixed = os::GetVST3Folders();
-        return {fixed.begin(), fixed.end()};
-    }
-    return {technology.DirectoryBegin(), technology.DirectoryEnd()};
-}
-
 std::string FormatJSON() {
     auto list = nlohmann::ordered_json::array();
     for (auto const& technology : GetInventory().GetPluginTechnologies()) {
         auto folders = nlohmann::ordered_json::array();
-        for (UString const& folder : ListFolders(*technology))
+        for (UString const& folder : ListSearchedFolders(*technology))
             folders.push_back(UTF16to8(folder));
         list.push_back({{"technology", TechnologyName(technology->GetType())},
                         {"changeable", technology->UsesDirectories()},
@@ -59,7 +49,7 @@ std::string FormatJSON() {
 std::string FormatTable() {
     ColumnTable table({{"format"}, {"folder"}, {"note"}});
     for (auto const& technology : GetInventory().GetPluginTechnologies()) {
-        for (UString const& folder : ListFolders(*technology)) {
+        for (UString const& folder : ListSearchedFolders(*technology)) {
             std::error_code ignored;
             bool const there = std::filesystem::is_directory(UTF16to8(folder), ignored);
             table.AddRow({TechnologyName(technology->GetType()), UTF16to8(folder), there ? "" : "is not there"});

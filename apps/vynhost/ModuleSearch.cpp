@@ -2,14 +2,17 @@
 
 #include "vynhost/CommandError.h"
 #include "vynhost/KnownFilters.h"
+#include "vynhost/OneLine.h"
 
 #include "vynaudiofilterhost/inventory/BannedPluginManager.h"
 #include "vynaudiofilterhost/inventory/PluginModuleInfoManager.h"
 #include "vyncore/filesupport/File.h"
 #include "vyncore/strings/StringUtils.h"
 
+#include "os/PluginFolders.h"
 #include "os/SearchFolders.h"
 
+#include <cstdio>
 #include <filesystem>
 #include <set>
 #include <system_error>
@@ -83,6 +86,24 @@ std::set<PluginLocator> FindByPath(std::string const& path) {
     return candidates;
 }
 
+bool IsText(std::string const& name) {
+    return vyncore::string::UTF16to8(UTF8to16(name)) == name;
+}
+
+// The outermost ones, with their folders.
+void FindNameless(UString const& folder, std::set<std::string>& nameless) {
+    using std::filesystem::directory_options;
+    std::error_code failed;
+    std::filesystem::recursive_directory_iterator walk(vyncore::string::UTF16to8(folder),
+                                                       directory_options::skip_permission_denied, failed);
+    for (; !failed && walk != end(walk); walk.increment(failed)) {
+        if (IsText(walk->path().filename().string()))
+            continue;
+        nameless.insert(walk->path().string());
+        walk.disable_recursion_pending();
+    }
+}
+
 } // namespace
 
 UString MakeWholePath(std::string const& path) {
@@ -96,6 +117,29 @@ UString MakeWholePath(std::string const& path) {
 bool IsBelow(UString const& path, UString const& folder) {
     UString const start = folder.ends_with(u'/') ? folder : folder + u'/';
     return path == folder || path.compare(0, start.size(), start) == 0;
+}
+
+std::vector<UString> ListSearchedFolders(vynaudiofilterhost::PluginTechnology const& technology) {
+    if (!technology.UsesDirectories() && technology.GetType() == vynaudiofilterhost::kTechnologyVST3)
+        return os::GetVST3Folders();
+    return {technology.DirectoryBegin(), technology.DirectoryEnd()};
+}
+
+void TellNamelessFiles(std::vector<UString> const& folders) {
+    std::set<UString> searched(folders.begin(), folders.end());
+    if (folders.empty()) {
+        for (auto const& technology : PluginModuleInfoManager::GetInstance().GetPluginTechnologies()) {
+            for (UString const& folder : ListSearchedFolders(*technology))
+                searched.insert(folder);
+        }
+    }
+    std::set<std::string> nameless;
+    for (UString const& folder : searched)
+        FindNameless(folder, nameless);
+    if (!nameless.empty())
+        std::fprintf(stderr, "vynhost: passed over, since the name is no UTF-8: %s%s\n",
+                     OnOneLine(*nameless.begin()).c_str(),
+                     nameless.size() > 1 ? (" and " + std::to_string(nameless.size() - 1) + " more").c_str() : "");
 }
 
 std::vector<PluginLocator> SearchModules(std::vector<UString> const& folders, std::vector<PluginLocator>& vanished) {

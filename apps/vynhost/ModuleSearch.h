@@ -1,6 +1,7 @@
 #pragma once
 
 #include "vynaudiofilterhost/inventory/PluginLocator.h"
+#include "vynaudiofilterhost/inventory/PluginTechnology.h"
 #include "vyncore/strings/UString.h"
 
 #include <string>
@@ -15,6 +16,15 @@ vyncore::UString MakeWholePath(std::string const& path);
 /// Whether the path leads to `folder` or to something below it. Both are whole paths.
 /// [any-thread]
 bool IsBelow(vyncore::UString const& path, vyncore::UString const& folder);
+
+/// The folders that are searched for modules of a technology as a rule.
+/// [main-thread]
+std::vector<vyncore::UString> ListSearchedFolders(vynaudiofilterhost::PluginTechnology const& technology);
+
+/// Tells on standard error of files and folders that no search comes across, since their names are no UTF-8.
+/// @param folders  as of SearchModules
+/// [main-thread]
+void TellNamelessFiles(std::vector<vyncore::UString> const& folders);
 
 /// The modules that all technologies find, but for the banned ones.
 /// @param folders   whole paths of where to look, with all below them; empty for all folders that are searched as a

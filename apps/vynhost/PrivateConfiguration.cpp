@@ -1,8 +1,10 @@
 #include "vynhost/PrivateConfiguration.h"
 
 #include "vynhost/CommandError.h"
+#include "vynhost/KnownFilters.h"
 #include "vynhost/StoredFiles.h"
 
+#include "vynaudiofilterhost/inventory/PluginModuleInfoManager.h"
 #include "vynaudiofilterhost/inventory/PrivatePluginConfig.h"
 #include "vyncore/proplist/PropList.h"
 #include "vyncore/proplist/PropListFile.h"
@@ -40,9 +42,16 @@ std::optional<PrivateConfiguration> ReadPrivateConfiguration() {
     return configuration;
 }
 
-void LoadPrivateConfiguration() {
-    if (auto const stored = ReadPrivateConfiguration())
+std::set<vynaudiofilterhost::PluginLocator> LoadPrivateConfiguration() {
+    std::set<vynaudiofilterhost::PluginLocator> modules;
+    if (auto const stored = ReadPrivateConfiguration()) {
         vynaudiofilterhost::utility::SetPrivatePluginConfig(stored->text, stored->vst3Folder, stored->vst2Folder);
+        constexpr bool kKeepPrivateOut = false;
+        vynaudiofilterhost::PluginModuleInfoManager::GetInstance().ClearAll(kKeepPrivateOut);
+        for (auto const& filter : ListKnownFilters())
+            modules.insert(filter->GetLocator());
+    }
+    return modules;
 }
 
 void SavePrivateConfiguration(std::optional<PrivateConfiguration> const& configuration) {

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "vynaudiofilterhost/inventory/PluginLocator.h"
 #include "vyncore/filesupport/File.h"
 #include "vyncore/strings/UString.h"
 
 #include <optional>
+#include <set>
 
 namespace vynhost {
 
@@ -23,9 +25,10 @@ vyncore::filesupport::File GetPrivateConfigurationFile();
 /// [main-thread]
 std::optional<PrivateConfiguration> ReadPrivateConfiguration();
 
-/// Hands the stored one, if there is one, to the library, which takes it up with the next settings that it loads.
+/// Hands the stored one, if there is one, to the library, which takes it up with the next settings that it loads, and
+/// returns its modules. What the library knew of modules before is lost then.
 /// [main-thread]
-void LoadPrivateConfiguration();
+std::set<vynaudiofilterhost::PluginLocator> LoadPrivateConfiguration();
 
 /// Stores it in the place of what was there; nothing is stored when it is empty. Throws CommandError.
 /// [main-thread]

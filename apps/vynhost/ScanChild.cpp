@@ -30,6 +30,7 @@ void ScanChild::Reserve(std::size_t job) {
     mBegun = false;
     mAnswered = false;
     mDetail.clear();
+    mTold = 0;
     mPrinted = 0;
     mErrors.clear();
     mOutcome = ScanOutcome{.job = job};
@@ -62,7 +63,7 @@ void ScanChild::Advance() {
     TakeErrors();
     if (end)
         NoteEnd(*end);
-    else if (mFrames.IsBroken())
+    else if (mFrames.IsBroken() || mIsForged || mTold > mSettings.answer)
         Stop("answered with what is no answer");
     else if (mPrinted > mSettings.output)
         Stop("printed more than " + std::to_string(mSettings.output >> 20) + " MiB");
@@ -75,12 +76,14 @@ void ScanChild::Advance() {
 void ScanChild::TakeFrames() {
     std::string bytes;
     mProcess.Read(os::ChildProcess::Stream::kOutput, bytes, kMostRead);
+    mTold += bytes.size();
     mFrames.Append(bytes);
     while (std::optional<ScanFrame> frame = mFrames.Next())
         Take(*frame);
 }
 
 void ScanChild::Take(ScanFrame& frame) {
+    mIsForged = mIsForged || (frame.kind != ScanFrameKind::kReady && !mJob);
     switch (frame.kind) {
     case ScanFrameKind::kReady:
         mReady = true;
@@ -105,7 +108,7 @@ void ScanChild::Take(ScanFrame& frame) {
     case ScanFrameKind::kNote:
         mOutcome.reason = std::move(frame.text);
         break;
-    case ScanFrameKind::kThreads:
+    case ScanFrameKind::kUnfit:
         mAlone = true;
         break;
     case ScanFrameKind::kDone:

@@ -19,6 +19,7 @@ struct ScanChildSettings {
     double timeout = 20.0;         ///< in seconds, for each module
     std::size_t memory = 0;        ///< in bytes, that modules may take; 0 for as much as there is
     std::size_t output = 16 << 20; ///< in bytes, that a module may print
+    std::size_t answer = 96 << 20; ///< in bytes, that may be told of a module
 };
 
 /// The parent's side of one child process that opens modules, one after the other. It tells what the child has found
@@ -29,7 +30,7 @@ struct ScanChildSettings {
 class ScanChild {
 public:
     /// @param alone  for one module only: what is known of that counts when the child has ended well behind it. A child
-    ///               whose module leaves threads behind becomes so.
+    ///               whose module leaves something behind (threads, processes, descriptors) becomes so.
     /// Throws std::runtime_error when there is no process to be had.
     /// [main-thread]
     ScanChild(ScanChildSettings const& settings, bool alone);
@@ -75,7 +76,7 @@ public:
     /// Whether that one's code may have run.
     /// [main-thread]
     bool HasBegun() const noexcept { return mBegun; }
-    /// The modules that the child has been through before.
+    /// The modules that the child is through with, in order.
     /// [main-thread]
     std::vector<std::size_t> const& GetDone() const noexcept { return mDone; }
 
@@ -127,6 +128,8 @@ private:
     std::optional<ScanOutcome> mFinished;
     std::vector<std::size_t> mDone;
 
+    bool mIsForged = false; ///< something was told of no module
+    std::size_t mTold = 0;  ///< in bytes, since the module was chosen
     std::size_t mPrinted = 0;
     std::string mErrors; ///< the end of what was printed
 

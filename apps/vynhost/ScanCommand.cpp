@@ -19,6 +19,8 @@
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
+#include <map>
+#include <set>
 #include <system_error>
 #include <thread>
 #include <utility>
@@ -68,22 +70,23 @@ ScanLedger::Observer ShowProgress(ProgressLine& line, std::size_t total) {
     };
 }
 
-bool RunPool(ScanPlan const& plan, ScanRequest const& request, ScanLedger& ledger) {
-    os::InterruptDescriptor const interrupt;
+bool RunPool(ScanPlan const& plan, ScanRequest const& request, ScanLedger& ledger,
+             os::InterruptDescriptor const& interrupt) {
     ScanPool pool(MakeSettings(request), ListLocators(plan.modules), CountJobs(request));
     try {
         return pool.Run(ledger, interrupt);
-    } catch (CommandError const&) {
+    } catch (...) {
         ledger.Withdraw();
         ledger.Finish();
         throw;
     }
 }
 
-std::vector<ScanRow> OpenModules(ScanPlan const& plan, ScanRecords& records, ScanRequest const& request) {
+std::vector<ScanRow> OpenModules(ScanPlan const& plan, ScanRecords& records, ScanRequest const& request,
+                                 os::InterruptDescriptor const& interrupt) {
     ProgressLine line("scanning");
     ScanLedger ledger(plan, records, ShowProgress(line, plan.modules.size()));
-    bool const complete = RunPool(plan, request, ledger);
+    bool const complete = RunPool(plan, request, ledger, interrupt);
     if (!complete)
         ledger.Withdraw();
     ledger.Finish();
@@ -92,6 +95,28 @@ std::vector<ScanRow> OpenModules(ScanPlan const& plan, ScanRecords& records, Sca
         throw CommandError(ExitStatus::kWorkFailed, CommandError::Subject::kNone, {},
                            "interrupted: " + std::to_string(rows.size()) + " of " +
                                std::to_string(plan.modules.size()) + " modules were opened, and are saved");
+    return rows;
+}
+
+using Rows = std::map<PluginLocator, ScanRow>;
+
+void Add(std::vector<ScanRow> rows, Rows& all) {
+    for (ScanRow& row : rows)
+        all.insert_or_assign(row.module, std::move(row));
+}
+
+// What becomes of a module may cost another one its filters, which shared an ID with it.
+Rows OpenAll(ScanPlan plan, ScanRecords& records, ScanRequest const& request) {
+    // To the end of all saving: a second wish to end must not come into the midst of that.
+    os::InterruptDescriptor const interrupt;
+    Rows rows;
+    std::set<PluginLocator> tried;
+    bool const mayOrphan = !plan.modules.empty() || plan.changedSettings;
+    do {
+        Add(plan.rows, rows);
+        Add(OpenModules(plan, records, request, interrupt), rows);
+        plan = mayOrphan ? MakeOrphanPlan(records, tried) : ScanPlan{};
+    } while (!plan.modules.empty());
     return rows;
 }
 
@@ -106,11 +131,10 @@ std::string RunScan(ScanRequest const& request) {
     LoadStoredFiles();
     ScanRecords records;
     records.Load(GetRecordsFile());
-    ScanPlan const plan = MakeScanPlan(folders, request.all, records);
-    ScanReport report{.rows = OpenModules(plan, records, request)};
-    report.rows.insert(report.rows.end(), plan.rows.begin(), plan.rows.end());
-    std::ranges::sort(report.rows,
-                      [](ScanRow const& left, ScanRow const& right) { return left.module < right.module; });
+    TellNamelessFiles(folders);
+    ScanReport report;
+    for (auto& [module, row] : OpenAll(MakeScanPlan(folders, request.all, records), records, request))
+        report.rows.push_back(std::move(row));
     report.seconds = std::chrono::duration<double>(Clock::now() - start).count();
     return request.json ? FormatJSON(report) : FormatTable(report);
 }

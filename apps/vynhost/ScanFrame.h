@@ -10,7 +10,7 @@ namespace vynhost {
 
 /// What a scanning child tells its parent, one thing at a time. In their order: kReady once; then for each module
 /// kBegun, kProgress any number of times, kRefused or kFiled with one kFilter for each of its filters and perhaps a
-/// kNote, and once the module is unloaded kThreads or nothing, and kDone.
+/// kNote, and once the module is unloaded kUnfit or nothing, and kDone.
 enum class ScanFrameKind : std::uint8_t {
     kReady = 1, ///< the child waits for its first module
     kBegun,     ///< from here on the module's own code may run
@@ -19,7 +19,7 @@ enum class ScanFrameKind : std::uint8_t {
     kFiled,     ///< the module and its filters, for PluginModuleInfoManager::AddConfiguration
     kFilter,    ///< unique ID
     kNote,      ///< something that a user should know of the module
-    kThreads,   ///< threads of the module go on after it was unloaded; the child takes no other
+    kUnfit,     ///< something of the module is left after it was unloaded; the child takes no other
     kDone,
 };
 

@@ -6,11 +6,12 @@
 #include "vynaudiofilterhost/catalogue/AudioFilterDescriptorManager.h"
 #include "vynaudiofilterhost/inventory/BannedPluginManager.h"
 #include "vynaudiofilterhost/inventory/PluginModuleInfoManager.h"
+#include "vyncore/proplist/PropList.h"
+#include "vyncore/proplist/PropListText.h"
 #include "vyncore/strings/StringUtils.h"
 
-#include "os/Clock.h"
-
 #include <algorithm>
+#include <exception>
 #include <set>
 #include <string>
 #include <utility>
@@ -21,15 +22,17 @@ using vynaudiofilterhost::AudioFilterDescriptorManager;
 using vynaudiofilterhost::BannedPluginManager;
 using vynaudiofilterhost::PluginLocator;
 using vynaudiofilterhost::PluginModuleInfoManager;
+using vyncore::UString;
 using vyncore::UTF8String;
+using vyncore::proplist::PropList;
+using vyncore::proplist::utils::ReadPropList;
+using vyncore::proplist::utils::WritePropList;
 using vyncore::string::UTF16to8;
 using vyncore::string::UTF8to16;
 using State = ScanRecord::State;
 using Verdict = ScanOutcome::Verdict;
 
 namespace {
-
-constexpr std::uint64_t kSavingTurn = 2'000'000; ///< nanoseconds until what could not be handed over is tried again
 
 State StateOf(Verdict verdict) {
     if (verdict == Verdict::kFiled)
@@ -63,6 +66,36 @@ std::string TellTwins(PluginLocator const& module, std::vector<std::string> cons
     return "";
 }
 
+/// Of the numbered lists those that are about the module. Returns how many are not.
+int CopyOwn(PropList const& told, std::string const& stem, PluginLocator const& module, PropList& kept) {
+    int number = 0;
+    int count = 0;
+    for (; PropList const* const entry = told.FindList(stem + std::to_string(number)); ++number) {
+        UString text;
+        entry->GetValue("locator", text);
+        PluginLocator locator;
+        locator.FromString(text);
+        if (locator == module)
+            kept.CreateList(stem + std::to_string(count++)) = *entry;
+    }
+    kept.SetValue("num_" + stem + "s", count);
+    return number - count;
+}
+
+// The module may have got hold of the child's voice: what that says of other modules doesn't count.
+UTF8String KeepOwn(PluginLocator const& module, UTF8String const& configuration) {
+    PropList told;
+    PropList kept;
+    if (!ReadPropList(configuration, told))
+        return {};
+    int const others = CopyOwn(told, "plugin_info", module, kept) + CopyOwn(told, "descriptor", module, kept);
+    return others == 0 ? configuration : WritePropList(kept);
+}
+
+UTF8String MakeSettingsText() {
+    return PluginModuleInfoManager::GetInstance().GetConfigurationAsXML();
+}
+
 } // namespace
 
 ScanLedger::ScanLedger(ScanPlan const& plan, ScanRecords& records, Observer observer)
@@ -70,10 +103,14 @@ ScanLedger::ScanLedger(ScanPlan const& plan, ScanRecords& records, Observer obse
       mRecords(records),
       mObserver(std::move(observer)),
       mBansChanged(plan.changedBans),
-      mSettingsChanged(plan.changedSettings),
-      mRecordsChanged(plan.changedRecords),
       mSettings(GetSettingsFile()),
-      mRecordsFile(GetRecordsFile()) {
+      mRecordsFile(GetRecordsFile()),
+      mOnChange(PluginModuleInfoManager::GetInstance().GetPluginInfosChangedSignal().connect(
+          [this] { mSettings.NoteChange(); })) {
+    if (plan.changedSettings)
+        mSettings.NoteChange();
+    if (plan.changedRecords)
+        mRecordsFile.NoteChange();
     for (std::size_t job = 0; job < mModules.size(); ++job) {
         ScanRecord const* const former = mRecords.Find(mModules[job]);
         bool const again = std::ranges::find(plan.retried, mModules[job]) != plan.retried.end();
@@ -87,7 +124,7 @@ void ScanLedger::NoteOpening(std::size_t job, int tries) {
     PluginLocator const& module = mModules[job];
     ScanRecord const* const former = mRecords.Find(module);
     mOpen[job] = former ? std::optional(*former) : std::nullopt;
-    FileStamp const stamp = FileStamp::Of(module.GetPath()).value_or(FileStamp{});
+    os::FileStamp const stamp = os::GetFileStamp(module.GetPath()).value_or(os::FileStamp{});
     mRecords.Put(module, {.stamp = stamp, .time = GetUnixTime(), .tries = tries});
     mRecordsAhead = true;
 }
@@ -99,7 +136,7 @@ void ScanLedger::Admit(std::vector<std::size_t> const& jobs) {
             NoteOpening(job, 1);
             mRecordsFile.Save(mRecords.GetText());
         }
-        mStamps[job] = FileStamp::Of(module.GetPath()).value_or(FileStamp{});
+        mStamps[job] = os::GetFileStamp(module.GetPath()).value_or(os::FileStamp{});
         BannedPluginManager::GetInstance().AddBannedPlugin(module);
         mObserver(mRows.size(), &module);
     }
@@ -124,7 +161,8 @@ void ScanLedger::Settle(ScanOutcome const& settled) {
         bans.RemoveBannedPlugin(module);
     Note(module, outcome);
     mOpen.erase(settled.job);
-    mBansChanged = mSettingsChanged = mRecordsChanged = true;
+    mBansChanged = true;
+    mRecordsFile.NoteChange();
     mObserver(mRows.size(), nullptr);
 }
 
@@ -142,10 +180,11 @@ void ScanLedger::File(PluginLocator const& module, ScanOutcome& outcome) {
 // The user's word on the module and on its filters outlives what was known of them.
 void ScanLedger::TakeIn(PluginLocator const& module, ScanOutcome const& outcome) {
     auto& inventory = PluginModuleInfoManager::GetInstance();
+    UTF8String const configuration = KeepOwn(module, UTF8String(outcome.configuration));
     bool const enabled = inventory.IsPluginEnabled(module, false);
     std::set<std::string> const disabled = FindDisabled(module, outcome.filters);
     inventory.RemovePluginLocators({module});
-    inventory.AddConfiguration(UTF8String(outcome.configuration), false);
+    inventory.AddConfiguration(configuration, true);
     inventory.SetPluginEnabled(module, enabled);
     for (std::string const& id : disabled) {
         if (auto const filter = AudioFilterDescriptorManager::GetInstance().GetComponentDescriptorForID(UTF8to16(id)))
@@ -168,20 +207,10 @@ void ScanLedger::Note(PluginLocator const& module, ScanOutcome const& outcome) {
 }
 
 std::optional<std::uint64_t> ScanLedger::Rest() {
-    bool const settings = HandOver(mSettingsChanged, mSettings,
-                                   [] { return PluginModuleInfoManager::GetInstance().GetConfigurationAsXML(); });
-    bool const records = HandOver(mRecordsChanged, mRecordsFile, [this] { return mRecords.GetText(); });
+    auto const settings = mSettings.SaveWhenDue(MakeSettingsText);
+    auto const records = mRecordsFile.SaveWhenDue([this] { return mRecords.GetText(); });
     SaveChangedBans();
-    return settings && records ? std::nullopt : std::optional(os::GetMonotonicNanos() + kSavingTurn);
-}
-
-// While a file is being saved the next text of it isn't even made: a long one takes its time.
-bool ScanLedger::HandOver(bool& changed, BackgroundSaver& saver, std::function<UTF8String()> const& makeText) {
-    if (changed && saver.IsIdle()) {
-        saver.Save(makeText());
-        changed = false;
-    }
-    return !changed;
+    return settings && records ? std::min(settings, records) : (settings ? settings : records);
 }
 
 void ScanLedger::SaveChangedBans() {
@@ -199,17 +228,26 @@ void ScanLedger::Withdraw() {
             mRecords.Put(module, *former);
         else
             mRecords.Forget(module);
-        mBansChanged = mRecordsChanged = true;
+        mBansChanged = true;
+        mRecordsFile.NoteChange();
     }
     mOpen.clear();
 }
 
 void ScanLedger::Finish() {
-    mSettings.Finish();
-    mRecordsFile.Finish();
-    Rest();
-    mSettings.Finish();
-    mRecordsFile.Finish();
+    std::exception_ptr failure;
+    auto const attempt = [&failure](auto const& save) {
+        try {
+            save();
+        } catch (...) {
+            failure = failure ? failure : std::current_exception();
+        }
+    };
+    attempt([this] { SaveChangedBans(); });
+    attempt([this] { mSettings.Finish(MakeSettingsText); });
+    attempt([this] { mRecordsFile.Finish([this] { return mRecords.GetText(); }); });
+    if (failure)
+        std::rethrow_exception(failure);
 }
 
 std::vector<ScanRow> ScanLedger::GetRows() const {

@@ -8,6 +8,8 @@
 #include "vynaudiofilterhost/inventory/PluginLocator.h"
 #include "vyncore/strings/UString.h"
 
+#include <boost/signals2/connection.hpp>
+
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -23,7 +25,8 @@ struct ScanPlan;
 /// 1. A module stands on the ban list on the disk before it is opened, and until what became of it is known: whatever
 ///    ends this process, the list is right. Before that the records say that it is to be opened, which tells such a ban
 ///    from those that are to stay.
-/// 2. What is known of a module goes to the disk at once, whatever the others do.
+/// 2. What is known of a module goes to the disk soon (BackgroundSaver), whatever the others do. Until then it is one
+///    that is to be opened.
 /// All failures to save are CommandErrors.
 class ScanLedger final : public IScanLedger {
 public:
@@ -46,7 +49,8 @@ public:
     /// [main-thread]
     void Withdraw();
 
-    /// Saves what has changed, and waits until all is on the disk.
+    /// Saves what has changed, the bans first, and waits until all is on the disk. What can't be saved keeps nothing
+    /// else from being saved.
     /// [main-thread]
     void Finish();
 
@@ -62,20 +66,18 @@ private:
     void TakeIn(Locator const& module, ScanOutcome const& outcome);
     void Note(Locator const& module, ScanOutcome const& outcome);
     void SaveChangedBans();
-    bool HandOver(bool& changed, BackgroundSaver& saver, std::function<vyncore::UTF8String()> const& makeText);
 
     std::vector<Locator> const& mModules;
     ScanRecords& mRecords;
     Observer mObserver;
     std::map<std::size_t, std::optional<ScanRecord>> mOpen; ///< not settled, with what was remembered before
-    std::map<std::size_t, FileStamp> mStamps;               ///< of the files when they were last opened
+    std::map<std::size_t, os::FileStamp> mStamps;           ///< of the files when they were last opened
     std::map<std::size_t, ScanRow> mRows;
     bool mBansChanged;
-    bool mSettingsChanged;
-    bool mRecordsChanged;
     bool mRecordsAhead = false; ///< the records must be on the disk before a ban is
     BackgroundSaver mSettings;
     BackgroundSaver mRecordsFile;
+    boost::signals2::scoped_connection mOnChange; ///< of the inventory
 };
 
 } // namespace vynhost

@@ -25,6 +25,15 @@ using Verdict = ScanRow::Verdict;
 
 namespace {
 
+// A filter whose ID another module had first may be without a descriptor when that module has gone.
+bool IsFiled(PluginLocator const& module, ScanRecord const& record) {
+    auto const& catalogue = AudioFilterDescriptorManager::GetInstance();
+    return PluginModuleInfoManager::GetInstance().FindPluginInfo(module) &&
+           std::ranges::all_of(record.filters, [&](std::string const& id) {
+               return catalogue.GetComponentDescriptorForID(vyncore::string::UTF8to16(id)) != nullptr;
+           });
+}
+
 class Planner {
 public:
     Planner(std::vector<UString> const& folders, bool all, ScanRecords& records)
@@ -73,7 +82,7 @@ private:
     static bool IsLifted(PluginLocator const& module, ScanRecord const& record) {
         if (record.state == State::kBanned || record.tries >= kMostScanTries)
             return HasChanged(module, record);
-        return record.state == State::kOpening && FileStamp::Of(module.GetPath());
+        return record.state == State::kOpening && os::GetFileStamp(module.GetPath());
     }
 
     // Known, but not among what was found.
@@ -96,7 +105,7 @@ private:
         if (!mJudged.insert(module).second)
             return;
         ScanRecord const* const record = mRecords.Find(module);
-        bool const same = record && !mAll && FileStamp::Of(module.GetPath()) == record->stamp;
+        bool const same = record && !mAll && os::GetFileStamp(module.GetPath()) == record->stamp;
         if (same && record->state == State::kRefused)
             mPlan.rows.push_back({.module = module, .verdict = Verdict::kRefused, .reason = record->reason});
         else if (same && record->state == State::kFiled && IsFiled(module, *record))
@@ -104,15 +113,6 @@ private:
                 {.module = module, .verdict = Verdict::kKnown, .reason = record->reason, .filters = record->filters});
         else
             mPlan.modules.push_back(module);
-    }
-
-    // A filter whose ID another module had first may be without a descriptor when that module has gone.
-    static bool IsFiled(PluginLocator const& module, ScanRecord const& record) {
-        auto const& catalogue = AudioFilterDescriptorManager::GetInstance();
-        return PluginModuleInfoManager::GetInstance().FindPluginInfo(module) &&
-               std::ranges::all_of(record.filters, [&](std::string const& id) {
-                   return catalogue.GetComponentDescriptorForID(vyncore::string::UTF8to16(id)) != nullptr;
-               });
     }
 
     void TellBans() {
@@ -140,7 +140,7 @@ private:
     // What takes longest to open had better not be the last to be begun. Size is the best guess there is.
     void PutLargestFirst() {
         auto const size = [](PluginLocator const& module) {
-            return FileStamp::Of(module.GetPath()).value_or(FileStamp{}).size;
+            return os::GetFileStamp(module.GetPath()).value_or(os::FileStamp{}).size;
         };
         std::vector<std::pair<std::uint64_t, PluginLocator>> sized;
         for (PluginLocator const& module : mPlan.modules)
@@ -161,6 +161,19 @@ private:
 
 ScanPlan MakeScanPlan(std::vector<UString> const& folders, bool all, ScanRecords& records) {
     return Planner(folders, all, records).Make();
+}
+
+ScanPlan MakeOrphanPlan(ScanRecords const& records, std::set<PluginLocator>& tried) {
+    ScanPlan plan;
+    auto const& bans = BannedPluginManager::GetInstance();
+    for (auto const& [key, entry] : records.GetAll()) {
+        if (entry.record.state == State::kFiled &&
+            PluginModuleInfoManager::GetInstance().FindPluginInfo(entry.module) &&
+            !IsFiled(entry.module, entry.record) && !bans.IsPluginBanned(entry.module) &&
+            os::GetFileStamp(entry.module.GetPath()) && tried.insert(entry.module).second)
+            plan.modules.push_back(entry.module);
+    }
+    return plan;
 }
 
 } // namespace vynhost

@@ -5,6 +5,7 @@
 #include "vynaudiofilterhost/inventory/PluginLocator.h"
 #include "vyncore/strings/UString.h"
 
+#include <set>
 #include <vector>
 
 namespace vynhost {
@@ -30,5 +31,11 @@ struct ScanPlan {
 /// Throws CommandError when a folder can't be searched.
 /// [main-thread]
 ScanPlan MakeScanPlan(std::vector<vyncore::UString> const& folders, bool all, ScanRecords& records);
+
+/// What is left to do when modules have been opened or have gone: those that are in the inventory, whatever folders
+/// they lie in, and have a filter without a descriptor, since another module had its ID first and has lost it.
+/// @param tried  those to be left out as they were tried for this reason before; becomes the larger by the plan's
+/// [main-thread]
+ScanPlan MakeOrphanPlan(ScanRecords const& records, std::set<vynaudiofilterhost::PluginLocator>& tried);
 
 } // namespace vynhost

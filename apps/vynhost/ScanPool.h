@@ -36,14 +36,17 @@ public:
 };
 
 /// Opens modules in children, several side by side. Each child takes one module after the other, and is replaced when
-/// it dies.
+/// it dies. Where there is no room for as many children as wanted, fewer do the work.
 ///
-/// Who is to blame when a child dies:
-/// 1. The module at hand when it is the child's first, and whenever a limit was overstepped.
-/// 2. Otherwise one that went before may have left something behind. The module at hand is tried again in a child of
-///    its own, which must end well. If it does, or oversteps a limit there, those that went before are tried again in
-///    the same way, each by itself.
-/// 3. A module that leaves threads behind is its child's last, and to blame for whatever becomes of it soon after.
+/// Who is to blame when a module is refused or its child dies, be it by itself or for a limit:
+/// 1. The module at hand, when it is the child's first.
+/// 2. Otherwise one that went before may have left something behind. The module is opened again in another child: one
+///    that is refused, or gives less than it has, as the first there; one whose child died in a child of its own, which
+///    must end well.
+/// 3. If that ends well, or in another way than the first time (of itself, or for a limit), those that went before the
+///    module when its child died are tried in the same way, each by itself.
+/// 4. A module that leaves something behind that can be seen (threads, processes, descriptors) is its child's last, and
+///    the first to be tried by itself for whatever becomes of the child soon after.
 class ScanPool {
 public:
     /// @param locators  text forms of the modules to open, in order
@@ -60,10 +63,22 @@ public:
     bool Run(IScanLedger& ledger, os::InterruptDescriptor const& interrupt);
 
 private:
+    /// What kind of child a module wants.
+    enum class Want {
+        kAny,
+        kFresh, ///< one that has opened nothing yet
+        kAlone, ///< one of its own
+    };
+    /// Why a module is tried again by itself.
+    struct Doubt {
+        std::vector<std::size_t> others; ///< that may be the ones to blame
+        bool stopped;                    ///< whether the child was ended for a limit
+    };
     using Children = std::vector<std::unique_ptr<ScanChild>>;
 
     void Dispatch(IScanLedger& ledger);
-    ScanChild* FindChild(bool alone);
+    ScanChild* ReserveNext(std::deque<std::size_t>& waiting);
+    ScanChild* FindChild(Want want);
     ScanChild* MakeChild(bool alone);
     void LetGo();
     void Wait(os::InterruptDescriptor const& interrupt, std::optional<std::uint64_t> deadline) const;
@@ -72,17 +87,21 @@ private:
     void HandleEnd(ScanChild const& child, IScanLedger& ledger);
     void HandleIdleEnd(ScanChild const& child, IScanLedger& ledger);
     void HandleFruitlessEnd(ScanChild const& child);
+    void Suspect(std::size_t job, std::vector<std::size_t> others, ScanChild const& child);
     void Blame(std::size_t job, ScanChild const& child, IScanLedger& ledger);
+    void TryAgain(std::size_t job, Want want);
     void TryAlone(std::vector<std::size_t> const& jobs);
-    bool HasWork() const noexcept { return !mWaiting.empty() || !mWaitingAlone.empty(); }
+    Want WantOf(std::size_t job) const;
+    bool HasWork() const noexcept { return !mWaiting.empty() || !mWaitingAgain.empty(); }
 
     ScanChildSettings const mSettings;
     std::vector<std::string> const mLocators;
     std::size_t const mJobs;
     Children mChildren;
     std::deque<std::size_t> mWaiting;
-    std::deque<std::size_t> mWaitingAlone;
-    std::map<std::size_t, std::vector<std::size_t>> mSuspects; ///< those before a module that is tried again alone
+    std::deque<std::size_t> mWaitingAgain;
+    std::map<std::size_t, Want> mWants;   ///< of those that were put up for another try
+    std::map<std::size_t, Doubt> mDoubts; ///< of those whose child died
     int mFruitlessEnds = 0;
 };
 

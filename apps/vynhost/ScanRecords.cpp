@@ -10,9 +10,7 @@
 #include <array>
 #include <charconv>
 #include <chrono>
-#include <filesystem>
 #include <string_view>
-#include <system_error>
 #include <utility>
 
 namespace vynhost {
@@ -74,6 +72,8 @@ void Write(PropList& list, PluginLocator const& module, ScanRecord const& record
     WriteLong(list, "time", record.time);
     WriteLong(list, "size", record.stamp.size);
     WriteLong(list, "changed", record.stamp.changed);
+    WriteLong(list, "altered", record.stamp.altered);
+    WriteLong(list, "object", record.stamp.object);
     list.SetValue("num_filters", static_cast<int>(record.filters.size()));
     for (std::size_t number = 0; number < record.filters.size(); ++number)
         list.SetValue("filter" + std::to_string(number), UTF8String(record.filters[number]));
@@ -106,23 +106,14 @@ std::optional<ScanRecord> ReadRecord(PropList const& list) {
     list.GetValue("reason", record.reason);
     list.GetValue("tries", record.tries);
     ReadLong(list, "time", record.time);
+    // Without these two, which former versions didn't keep, the file passes for another one and is looked at anew.
+    ReadLong(list, "altered", record.stamp.altered);
+    ReadLong(list, "object", record.stamp.object);
     ReadFilters(list, record);
     return record;
 }
 
 } // namespace
-
-std::optional<FileStamp> FileStamp::Of(UString const& path) {
-    std::string const native = vyncore::string::UTF16to8(path);
-    std::error_code noSize;
-    std::error_code noTime;
-    auto const size = std::filesystem::file_size(native, noSize);
-    auto const changed = std::filesystem::last_write_time(native, noTime);
-    if (noSize || noTime)
-        return std::nullopt;
-    auto const since1970 = std::chrono::file_clock::to_sys(changed).time_since_epoch();
-    return FileStamp{size, std::chrono::duration_cast<std::chrono::nanoseconds>(since1970).count()};
-}
 
 void ScanRecords::Load(vyncore::filesupport::File const& file) {
     mRecords.clear();
@@ -166,7 +157,7 @@ void ScanRecords::Forget(PluginLocator const& module) {
 }
 
 bool HasChanged(PluginLocator const& module, ScanRecord const& record) {
-    std::optional<FileStamp> const stamp = FileStamp::Of(module.GetPath());
+    std::optional<os::FileStamp> const stamp = os::GetFileStamp(module.GetPath());
     return stamp && *stamp != record.stamp;
 }
 

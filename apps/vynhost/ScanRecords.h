@@ -4,6 +4,8 @@
 #include "vyncore/filesupport/File.h"
 #include "vyncore/strings/UString.h"
 
+#include "os/FileSystem.h"
+
 #include <cstdint>
 #include <map>
 #include <optional>
@@ -11,18 +13,6 @@
 #include <vector>
 
 namespace vynhost {
-
-/// What tells a module's file from the one that lay there before.
-struct FileStamp {
-    std::uint64_t size = 0;
-    std::int64_t changed = 0; ///< nanoseconds since 1970
-
-    bool operator==(FileStamp const&) const = default;
-
-    /// Of the file as it is now; empty when there is none.
-    /// [any-thread]
-    static std::optional<FileStamp> Of(vyncore::UString const& path);
-};
 
 /// What is remembered of a module beside the inventory and the ban list.
 struct ScanRecord {
@@ -36,7 +26,7 @@ struct ScanRecord {
 
     State state = State::kOpening;
     std::string reason = {};               ///< for a person; empty when there is nothing to say
-    FileStamp stamp = {};                  ///< of the file that this was found out of
+    os::FileStamp stamp = {};              ///< of the file that this was found out of
     std::int64_t time = 0;                 ///< of finding it out, in seconds since 1970
     double seconds = 0.0;                  ///< how long that took
     int tries = 0;                         ///< of kOpening: scans that were at it, this one included

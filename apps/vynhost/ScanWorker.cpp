@@ -5,7 +5,6 @@
 #include "vynhost/StoredFiles.h"
 
 #include "vynaudiofilterhost/catalogue/AudioFilterDescriptorManager.h"
-#include "vynaudiofilterhost/inventory/BannedPluginManager.h"
 #include "vynaudiofilterhost/inventory/PluginModuleInfoManager.h"
 #include "vynaudiofilterhost/inventory/PluginModuleScanner.h"
 #include "vynaudiofilterhost/OpenPluginModule.h"
@@ -88,19 +87,21 @@ void Scan(PluginLocator const& module, Link const& link) {
     scanner->EndScan();
 }
 
-// Asked of a module that left no trace: either it can be had no more than before, or it is still loaded.
+// Asked of a module that left no trace: either it can be had no more than before, or it says what the scan was told.
 std::string WhyRefused(PluginLocator const& locator) {
     UString reason;
-    UString const path = locator.GetPath();
-    if (!vynaudiofilterhost::OpenPluginModule(path, reason))
-        return UTF16to8(reason);
-    auto const& bans = vynaudiofilterhost::BannedPluginManager::GetInstance();
-    if (bans.IsPluginBannedStatically(vyncore::filesupport::File(path).GetName(), u"none", u"0"))
-        return "is on the list of unsupported plug-ins";
-    return "holds no plug-in";
+    auto const module = vynaudiofilterhost::OpenPluginModule(locator.GetPath(), reason);
+    if (module)
+        reason = module->GetRefusalReason();
+    return reason.empty() ? "holds no plug-in that can be made" : UTF16to8(reason);
 }
 
+// A VST3 module is still loaded and says again what it holds. To ask one of VST 2.x means to make and open an effect,
+// so only shells are asked: any other was filed for the one effect that it has.
 std::size_t CountClasses(PluginLocator const& locator) {
+    auto const info = PluginModuleInfoManager::GetInstance().FindPluginInfo(locator);
+    if (info->GetType() == vynaudiofilterhost::kTechnologyVST && !info->IsShell())
+        return 1;
     UString reason;
     auto const module = vynaudiofilterhost::OpenPluginModule(locator.GetPath(), reason);
     std::vector<UString> ids;
@@ -143,12 +144,23 @@ void ScanOne(PluginLocator const& locator, Link const& link) {
     }
 }
 
-// A thread that has ended is counted for a moment longer.
-bool HasMoreThreads(int threads) {
-    for (int turn = 0; turn < 5 && os::CountThreads() > threads; ++turn)
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    return os::CountThreads() > threads;
-}
+/// What the process was like before it opened anything. A module that leaves more behind than that may do harm to
+/// those that come after it.
+class Cleanliness {
+public:
+    bool IsKept() const { return !HasMoreThreads() && os::CountDescriptors() == mDescriptors && !os::HasChildren(); }
+
+private:
+    // A thread that has ended is counted for a moment longer.
+    bool HasMoreThreads() const {
+        for (int turn = 0; turn < 5 && os::CountThreads() > mThreads; ++turn)
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        return os::CountThreads() > mThreads;
+    }
+
+    int mThreads = os::CountThreads();
+    int mDescriptors = os::CountDescriptors();
+};
 
 } // namespace
 
@@ -158,9 +170,9 @@ std::string MakeScanRequest(std::string const& locator) {
 
 void RunScanWorker(ScanWorkerRequest const& request) {
     os::SetInputAside();
-    int const threads = os::CountThreads();
     Link const link;
     LoadUnsupportedPlugins();
+    Cleanliness const cleanliness;
     link.Send(ScanFrameKind::kReady);
     while (std::optional<PluginLocator> const locator = link.Receive()) {
         // Anew for each: what others have left behind isn't its fault.
@@ -168,8 +180,8 @@ void RunScanWorker(ScanWorkerRequest const& request) {
             os::LimitOwnMemory(request.memory);
         link.Send(ScanFrameKind::kBegun);
         ScanOne(*locator, link);
-        if (HasMoreThreads(threads))
-            link.Send(ScanFrameKind::kThreads);
+        if (!cleanliness.IsKept())
+            link.Send(ScanFrameKind::kUnfit);
         link.Send(ScanFrameKind::kDone);
         if (PluginModule::IsSystemLoaderBlocked())
             break;

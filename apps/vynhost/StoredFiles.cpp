@@ -3,6 +3,7 @@
 #include "vynhost/CommandError.h"
 #include "vynhost/PrivateConfiguration.h"
 
+#include "vynaudiofilterhost/catalogue/AudioFilterDescriptorManager.h"
 #include "vynaudiofilterhost/inventory/BannedPluginManager.h"
 #include "vynaudiofilterhost/inventory/PluginModuleInfoManager.h"
 #include "vyncore/filesupport/FileDeleteException.h"
@@ -19,6 +20,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <set>
 #include <stdexcept>
 #include <string>
 #include <system_error>
@@ -26,7 +28,9 @@
 
 namespace vynhost {
 
+using vynaudiofilterhost::AudioFilterDescriptorManager;
 using vynaudiofilterhost::BannedPluginManager;
+using vynaudiofilterhost::PluginLocator;
 using vynaudiofilterhost::PluginModuleInfoManager;
 using vyncore::UString;
 using vyncore::UTF8String;
@@ -67,6 +71,22 @@ void ExpectSettings() {
     std::uintmax_t const size = std::filesystem::file_size(NameOf(GetSettingsFile()), failed);
     if (!failed && size >= kLarge)
         os::ExpectMemory(kTimes * size);
+}
+
+// The settings that are saved while a private configuration is in use hold its filters, but not its modules, so that
+// nothing takes them out when it goes.
+bool DropStrayFilters(std::set<PluginLocator> const& ownModules) {
+    auto& inventory = PluginModuleInfoManager::GetInstance();
+    std::vector<PluginLocator> strays;
+    auto const& catalogue = AudioFilterDescriptorManager::GetInstance();
+    for (auto filter = catalogue.InfoBegin(); filter != catalogue.InfoEnd(); ++filter) {
+        PluginLocator const module = (*filter)->GetLocator();
+        if (module.GetTechnologyType() != vynaudiofilterhost::kTechnologyInternal &&
+            !inventory.FindPluginInfo(module) && !ownModules.contains(module))
+            strays.push_back(module);
+    }
+    inventory.RemovePluginLocators(strays);
+    return !strays.empty();
 }
 
 void MakeFolder(Dir const& folder) {
@@ -118,11 +138,12 @@ void LoadBans() {
     LoadUnsupportedPlugins();
 }
 
-void LoadStoredFiles() {
+bool LoadStoredFiles() {
     ExpectSettings();
     LoadBans();
-    LoadPrivateConfiguration();
+    std::set<PluginLocator> const ownModules = LoadPrivateConfiguration();
     PluginModuleInfoManager::GetInstance().LoadConfiguration(GetSettingsFile());
+    return DropStrayFilters(ownModules);
 }
 
 void SaveText(File const& file, UTF8String const& text) {
@@ -171,6 +192,7 @@ StoredFilesLock::StoredFilesLock() {
     SetAsideUnlessReadable(GetSettingsFile(), 2);
     SetAsideUnlessReadable(GetBanFile(), 1);
     SetAsideUnlessReadable(GetRecordsFile(), 1);
+    SetAsideUnlessReadable(GetPrivateConfigurationFile(), 1);
 }
 
 } // namespace vynhost

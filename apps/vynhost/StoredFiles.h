@@ -38,9 +38,10 @@ void LoadUnsupportedPlugins();
 /// [main-thread]
 void LoadBans();
 
-/// Loads both ban lists, the private configuration and the settings into the library.
+/// Loads both ban lists, the private configuration and the settings into the library. Filters of a private
+/// configuration that is no longer in use stay out; returns whether the settings hold any of them.
 /// [main-thread]
-void LoadStoredFiles();
+bool LoadStoredFiles();
 
 /// Makes the text the content of the file, whole or not at all.
 /// [any-thread]

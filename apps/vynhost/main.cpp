@@ -1,6 +1,7 @@
 // The command line of vynhost: what is asked, and nothing of how it is done.
 
 #include "vynhost/CommandError.h"
+#include "vynhost/EditOptions.h"
 #include "vynhost/InfoCommand.h"
 #include "vynhost/InventoryOptions.h"
 #include "vynhost/Outcome.h"
@@ -72,6 +73,8 @@ std::string Run(int argc, char** argv) {
     app.require_subcommand(1);
     vynhost::RenderRequest render;
     DeclareRender(app, render);
+    vynhost::EditRequest edit;
+    DeclareEdit(app, edit);
     vynhost::InventoryRequests inventory;
     DeclareInventory(app, inventory);
     PluginRequest asked;
@@ -84,6 +87,8 @@ std::string Run(int argc, char** argv) {
         if (app.got_subcommand(query.name))
             return query.run(asked);
     }
+    if (app.got_subcommand("edit"))
+        return vynhost::RunEdit(edit);
     if (auto const printed = RunInventory(app, inventory))
         return *printed;
     return vynhost::RunRender(render);

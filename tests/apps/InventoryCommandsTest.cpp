@@ -72,11 +72,43 @@ TEST_F(InventoryCommandsTest, UnsupportedModulesAreRefused) {
     EXPECT_EQ(RunForJSON({"ban"}).at("unsupported"), (mHome.Path() / "PermanentAudioPlugInBlacklist.xml").string());
 }
 
-TEST_F(InventoryCommandsTest, FoldersAreTold) {
-    json const folders = RunForJSON({"dirs"});
-    EXPECT_EQ(folders.at(0).at("technology"), "VST3");
-    EXPECT_EQ(folders.at(0).at("folders"), json::array({mPlugins.Path().string()}));
-    EXPECT_EQ(folders.at(0).at("changeable"), false);
+TEST_F(InventoryCommandsTest, FoldersAreToldAndThoseOfVST2Changed) {
+    json const vst3{{"technology", "VST3"}, {"changeable", false}, {"folders", {mPlugins.Path().string()}}};
+    json vst2{{"technology", "VST"}, {"changeable", true}, {"folders", json::array()}};
+    EXPECT_EQ(RunForJSON({"dirs"}), (json{vst2, vst3}));
+    TemporaryFolder const other;
+    vst2["folders"] = {other.Path().string()};
+    EXPECT_EQ(RunForJSON({"dirs", "add", other.Path()}), (json{vst2, vst3}));
+    EXPECT_EQ(RunForJSON({"dirs"}), (json{vst2, vst3}));
+    EXPECT_EQ(Run({"dirs", "remove", mPlugins.Path()}).status, 1);
+    vst2["folders"] = json::array();
+    EXPECT_EQ(RunForJSON({"dirs", "remove", other.Path()}), (json{vst2, vst3}));
+    ProgramResult const usual = Run({"dirs", "reset", "--json"}, "VST_PATH=" + other.Path().string());
+    json const folders = json::parse(usual.out).at(0).at("folders");
+    EXPECT_EQ(folders.at(0), other.Path().string());
+    EXPECT_GE(folders.size(), 2u);
+}
+
+TEST_F(InventoryCommandsTest, VST2ModulesAreScannedAndForgottenWithTheirFolder) {
+    TemporaryFolder const other;
+    for (char const* const module : {"configurable", "shell", "no-entry", "wrong-magic", "empty-shell", "notaplugin"})
+        std::filesystem::copy(vynfixtures::FixturePath(std::string("vst/") + module + ".so"), other.Path());
+    RunForJSON({"dirs", "add", other.Path()});
+    auto const rows = Scan();
+    EXPECT_EQ(rows.size(), 6u);
+    EXPECT_EQ(rows.at("configurable").at("verdict"), "filed");
+    EXPECT_EQ(rows.at("configurable").at("reason"), nullptr);
+    EXPECT_GE(rows.at("shell").at("filters").size(), 2u);
+    for (auto const& [module, reason] : {std::pair("no-entry", "has no VST 2.x entry function"),
+                                         {"wrong-magic", "is no VST 2.x effect"},
+                                         {"empty-shell", "lists no plug-in"},
+                                         {"notaplugin", "is no module"}}) {
+        EXPECT_EQ(rows.at(module).at("verdict"), "refused") << rows.at(module);
+        EXPECT_NE(rows.at(module).at("reason").get<std::string>().find(reason), std::string::npos) << rows.at(module);
+    }
+    EXPECT_EQ(List(), (Names{"configurable", "shell"}));
+    RunForJSON({"dirs", "remove", other.Path()});
+    EXPECT_EQ(List(), Names{});
 }
 
 TEST_F(InventoryCommandsTest, APrivateConfigurationIsBuiltUsedAndTakenOut) {
@@ -90,8 +122,17 @@ TEST_F(InventoryCommandsTest, APrivateConfigurationIsBuiltUsedAndTakenOut) {
     EXPECT_EQ(used.at("filters").at(0).at("path"), (other.Path() / "good.vst3").string());
     EXPECT_EQ(RunForJSON({"config"}), used);
     EXPECT_EQ(List(), Names{"good"});
+    // A scan stores the catalogue while the private plug-ins are in it.
+    EXPECT_EQ(Scan().at("good").at("verdict"), "filed");
+    EXPECT_EQ(RunForJSON({"list"}).at(0).at("path"), (other.Path() / "good.vst3").string());
     RunForJSON({"config", "clear"});
     EXPECT_EQ(List(), Names{});
+    EXPECT_EQ(Scan().at("good").at("verdict"), "filed");
+    EXPECT_EQ(RunForJSON({"list"}).at(0).at("path"), Path("good").string());
+    EXPECT_EQ(
+        Run({"config", "build", "--vst3", mPlugins.Path(), "--", "-x.xml"}, "cd " + other.Path().string() + ";").status,
+        0);
+    EXPECT_TRUE(std::filesystem::exists(other.Path() / "-x.xml"));
     // What goes wrong leaves the file that is there.
     std::string const before = Content("private.xml");
     Add("entrycrash");
@@ -154,6 +195,15 @@ TEST(ScanRecordsTest, RecordsComeBackAndDamagedOnesAreLeftOut) {
     EXPECT_EQ(load().GetAll().size(), 1u);
     text.replace(text.find("<unsigned key=\"version\">1<"), 26, "<unsigned key=\"version\">2<");
     EXPECT_EQ(load().GetAll().size(), 0u);
+    // Those of a former version know less of the file, which then is another one.
+    vynhost::ScanRecord record{.stamp = {.size = 5, .changed = 6, .altered = 7, .object = 8}};
+    records.Put(module, record);
+    text = records.GetText();
+    for (char const* const key : {"altered", "object"}) {
+        std::size_t const line = text.find("    <utf8 key=\"" + std::string(key));
+        text.erase(line, text.find('\n', line) + 1 - line);
+    }
+    EXPECT_EQ(load().Find(module)->stamp, (os::FileStamp{.size = 5, .changed = 6}));
 }
 
 } // namespace

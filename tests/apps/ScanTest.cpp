@@ -5,9 +5,6 @@ using nlohmann::json;
 
 namespace {
 
-constexpr char const* kBanFile = "DynamicAudioPlugInBlacklist.xml";
-constexpr char const* kSettingsFile = "AudioPluginManagerSettings.xml";
-
 struct BadModule {
     char const* name;
     char const* verdict;
@@ -39,12 +36,13 @@ constexpr BadModule kBadModules[]{
     {"input", "filed", ""},
     {"symbol", "refused", "VynFixtureSymbolOfNobody"},
     {"nofactory", "refused", "no VST3 factory"},
-    {"negative", "refused", "holds no plug-in"},
-    {"countless", "refused", "holds no plug-in"},
+    {"negative", "refused", "holds no class"},
+    {"countless", "refused", "holds no class"},
     {"names", "filed", ""},
     {"twins", "filed", ""},
     {"makecrash", "banned", ""},
     {"unloadcrash", "banned", "while it was unloaded"},
+    {"chatter", "banned", "answered with what is no answer"},
 };
 
 std::string Reason(json const& row) {
@@ -201,9 +199,11 @@ TEST_F(ScanTest, FilesThatCanNotBeReadAreKeptAside) {
     mHome.AddFile(kBanFile, "<proplist version=\"1\"><unsigned key=\"version\">7</unsigned></proplist>");
     mHome.AddFile("ScanRecords.xml", "");
     mHome.AddFile(".vyn-999999999-1.tmp", "left behind");
+    mHome.AddFile(kPrivateFile, "<proplist version=\"1\"/>");
     EXPECT_EQ(List(), Names{});
-    EXPECT_EQ(Scan().at("good").at("verdict"), "filed");
+    EXPECT_EQ(Scan({mPlugins.Path()}).at("good").at("verdict"), "filed");
     EXPECT_EQ(Content(std::string(kSettingsFile) + ".unreadable"), "no property list");
+    EXPECT_EQ(Content(std::string(kPrivateFile) + ".unreadable"), "<proplist version=\"1\"/>");
     EXPECT_TRUE(std::filesystem::exists(mHome.Path() / (std::string(kBanFile) + ".unreadable")));
     EXPECT_FALSE(std::filesystem::exists(mHome.Path() / ".vyn-999999999-1.tmp"));
 }

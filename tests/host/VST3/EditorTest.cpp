@@ -266,12 +266,28 @@ TEST_F(VST3EditorTest, NothingThatIsThrownCrossesTheEditor) {
 
 TEST_F(VST3EditorTest, ListenerThatThrowsEndsNoResizeForTheView) {
     MakeOpen(PluginWithView());
-    auto const throwing =
-        editor->GetContentSizeChangedSignal().connect([] { throw std::runtime_error("from a listener"); });
+    int fired = 0;
+    boost::signals2::scoped_connection throwing = editor->GetContentSizeChangedSignal().connect([&fired] {
+        ++fired;
+        throw std::runtime_error("from a listener");
+    });
     EXPECT_EQ(Resize({0, 0, 640, 480}), kResultOk);
-    throwing.disconnect();
+    EXPECT_EQ(fired, 1);
     editor->GetEditorBounds();
     EXPECT_THAT(TakeTexts(), ElementsAre("View.getSize()")) << "none is under way any more";
+}
+
+TEST_F(VST3EditorTest, ListenerMayCloseAndDestroyTheEditorInsideAResize) {
+    MakeOpen(PluginWithView());
+    editor->GetContentSizeChangedSignal().connect([this] {
+        editor->CloseEditor();
+        filter->DestroyCustomEditor(editor);
+    });
+    EXPECT_EQ(Resize({0, 0, 640, 480}), kResultOk);
+    EXPECT_THAT(TakeTexts(), ElementsAre("View.removed()")) << "the rest goes with the last reference";
+    boost::intrusive_ptr<AudioFilterEditor> const last = std::move(editor);
+    editor = filter->CreateCustomEditor();
+    EXPECT_NE(editor, last);
 }
 
 TEST_F(VST3EditorTest, FrameIsAFrameAndARunLoopAndNothingElse) {

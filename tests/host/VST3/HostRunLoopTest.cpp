@@ -66,12 +66,12 @@ protected:
         EXPECT_EQ(loop->registerTimer(&timer, milliseconds), kResultOk);
     }
 
-    void Start(Reader& reader, int descriptor) {
-        EXPECT_EQ(loop->registerEventHandler(&reader, descriptor), kResultOk);
+    void Start(Reader& handler, int descriptor) {
+        EXPECT_EQ(loop->registerEventHandler(&handler, descriptor), kResultOk);
     }
 
     void Stop(Timer& timer) { EXPECT_EQ(loop->unregisterTimer(&timer), kResultOk); }
-    void Stop(Reader& reader) { EXPECT_EQ(loop->unregisterEventHandler(&reader), kResultOk); }
+    void Stop(Reader& handler) { EXPECT_EQ(loop->unregisterEventHandler(&handler), kResultOk); }
 
     std::shared_ptr<HostRunLoop> const owner = HostRunLoop::Make();
     Linux::IRunLoop* const loop = static_cast<Linux::IRunLoop*>(owner->Query(Linux::IRunLoop::iid));

@@ -2,6 +2,8 @@
 
 #include "vynaudiofilterhost/VST3/src/PluginPointer.h"
 
+#include <boost/smart_ptr/intrusive_ptr.hpp>
+
 #include <cstdint>
 #include <cstring>
 #include <utility>
