@@ -45,19 +45,19 @@ void BackgroundSaver::Save(vyncore::UTF8String text) {
 }
 
 std::optional<std::uint64_t> BackgroundSaver::SaveWhenDue(std::function<vyncore::UTF8String()> const& makeText) {
-    if (!mIsOutdated)
-        return std::nullopt;
     std::uint64_t const start = os::GetMonotonicNanos();
-    // While the file is being saved its next text isn't even made.
+    // While the file is being saved its next text isn't even made. A failure is to be seen soon, though.
     if (!IsIdle())
         return start + kTurn;
+    if (!mIsOutdated)
+        return std::nullopt;
     if (std::uint64_t const due = GetDueTime(); start < due)
         return due;
     vyncore::UTF8String text = makeText();
     mMakingTime = os::GetMonotonicNanos() - start;
     Save(std::move(text));
     mIsOutdated = false;
-    return std::nullopt;
+    return start + kTurn;
 }
 
 std::uint64_t BackgroundSaver::GetDueTime() {

@@ -16,8 +16,8 @@ namespace vynhost {
 /// Saves one file again and again, each time whole or not at all, on a thread of its own: bringing it to the disk takes
 /// longer than most of what happens meanwhile. The file's content is handed over as a text and is nobody else's then.
 ///
-/// What changes often is noted by NoteChange and handed over by SaveWhenDue: making and saving the text takes a tenth of
-/// the time, unless a change would wait for more than a second, and for the saving that is under way.
+/// What changes often is noted by NoteChange and handed over by SaveWhenDue: making and saving the text takes a tenth
+/// of the time, unless a change would wait for more than a second, and for the saving that is under way.
 class BackgroundSaver {
 public:
     /// [main-thread]

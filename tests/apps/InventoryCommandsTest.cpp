@@ -200,8 +200,9 @@ TEST(ScanRecordsTest, RecordsComeBackAndDamagedOnesAreLeftOut) {
     records.Put(module, record);
     text = records.GetText();
     for (char const* const key : {"altered", "object"}) {
-        std::size_t const line = text.find("    <utf8 key=\"" + std::string(key));
-        text.erase(line, text.find('\n', line) + 1 - line);
+        std::string const start = "    <utf8 key=\"" + std::string(key);
+        for (std::size_t line = text.find(start); line != std::string::npos; line = text.find(start))
+            text.erase(line, text.find('\n', line) + 1 - line);
     }
     EXPECT_EQ(load().Find(module)->stamp, (os::FileStamp{.size = 5, .changed = 6}));
 }

@@ -52,6 +52,9 @@ std::string Reason(json const& row) {
 TEST_F(ScanTest, EachModuleCostsItselfAndASecondScanOpensNone) {
     for (BadModule const& module : kBadModules)
         Add(module.name);
+    // Each the first in its child, side by side, so that they are waited for once.
+    Lengthen("loop", 1 << 20);
+    Lengthen("sleep", 1 << 20);
     auto const first = Scan({"--timeout", "5", "--memory", "400"});
     auto const second = Scan({"--timeout", "5"});
     Names const listed = List();

@@ -162,6 +162,9 @@ void DoDeedAtEntry() {
         LeakDescriptors();
     if constexpr (kDeed == "mark the process")
         ::setenv(kMark, "1", 1);
+    if constexpr (kDeed == "sleep in a marked process")
+        if (std::getenv(kMark))
+            std::this_thread::sleep_for(kForEver);
     if constexpr (kDeed == "chatter")
         Speak(Frame(kFilterFrame, std::string(100000, 'x')));
     if constexpr (kDeed == "speak of others") {

@@ -10,6 +10,7 @@
 #include <poll.h>
 #include <spawn.h>
 #include <stdexcept>
+#include <sys/file.h>
 #include <sys/wait.h>
 #include <system_error>
 #include <unistd.h>
@@ -25,6 +26,21 @@ constexpr char const* kVariable = "JACK_DEFAULT_SERVER";
 std::string MakeName() {
     static int number = 0;
     return "vyntest-" + std::to_string(::getpid()) + "-" + std::to_string(++number);
+}
+
+// The turn lasts until the descriptor is closed, by the system if need be.
+int WaitForTurn() {
+    std::string const path =
+        std::filesystem::temp_directory_path() / ("vyntest-jack-" + std::to_string(::getuid()) + ".lock");
+    int const file = ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+    if (file == -1 || ::flock(file, LOCK_EX) != 0)
+        throw std::runtime_error("there is no turn to wait for");
+    return file;
+}
+
+void SilenceMessages() {
+    jack_set_error_function([](char const*) {});
+    jack_set_info_function([](char const*) {});
 }
 
 pid_t Spawn(std::string const& name) {
@@ -62,19 +78,22 @@ bool TakesClients() {
 
 } // namespace
 
-bool JackServer::IsInstalled() {
-    return ::access(kProgram, X_OK) == 0 && ::access(kStarter, X_OK) == 0;
+std::string JackServer::FindObstacle() {
+    if (::access(kProgram, X_OK) != 0 || ::access(kStarter, X_OK) != 0)
+        return "the package jackd2 is not installed";
+    SilenceMessages();
+    return TakesClients() ? "a JACK server of this user is running, and would be disturbed" : "";
 }
 
-JackServer::JackServer() : mName(MakeName()) {
-    jack_set_error_function([](char const*) {});
-    jack_set_info_function([](char const*) {});
+JackServer::JackServer() : mTurn(WaitForTurn()), mName(MakeName()) {
+    SilenceMessages();
     ::setenv(kVariable, mName.c_str(), 1);
     mProcess = Spawn(mName);
     try {
         WaitUntilReady();
     } catch (...) {
         End(SIGTERM);
+        ::close(mTurn);
         throw;
     }
 }
@@ -83,6 +102,7 @@ JackServer::~JackServer() {
     End(SIGTERM);
     TidyUp();
     ::unsetenv(kVariable);
+    ::close(mTurn);
 }
 
 void JackServer::Kill() {

@@ -7,11 +7,14 @@ namespace vyntest {
 
 /// A sound server without a sound card, of a name that no other has: 44100 hertz, blocks of 512 samples, two channels
 /// each way. As long as the object lives, clients of this process find it as the default server.
+///
+/// Two servers of one user share files, and the end of one may end the clients of the other. So those of several
+/// processes wait for each other.
 class JackServer {
 public:
-    /// Whether there is such a server to be started.
+    /// Why no server can be started here: it isn't installed, or the user runs one. Empty when one can be.
     /// [main-thread]
-    static bool IsInstalled();
+    static std::string FindObstacle();
 
     /// Returns when the server takes clients. Throws std::runtime_error when it doesn't within ten seconds.
     /// [main-thread]
@@ -30,6 +33,7 @@ private:
     void End(int signal) noexcept;
     void TidyUp() noexcept;
 
+    int const mTurn; ///< descriptor of the file that the servers wait at
     std::string const mName;
     bool mWasKilled = false;
     pid_t mProcess = -1;

@@ -282,12 +282,12 @@ TEST_F(VSTEditorTest, EditorThatIsLeftOpenIsClosedBeforeItGoes) {
 }
 
 TEST_F(VSTEditorTest, EditorThatIsHeldLongerThanItsFilterDoesNothing) {
-    for (bool const open : {false, true}) {
+    for (bool const destroyed : {false, true}) {
         VSTFixtureConfiguration configuration = EffectWithEditor();
         configuration.editor.vendorAnswer = 1;
-        Make(configuration);
-        if (open)
-            editor->OpenEditor(&window);
+        MakeOpen(configuration);
+        if (destroyed)
+            filter->DestroyCustomEditor(editor);
         filter.reset();
         EXPECT_EQ(fixture->TakeNames().back(), "effClose");
         EXPECT_FALSE(editor->IsOpen());

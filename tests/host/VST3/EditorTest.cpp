@@ -1,10 +1,8 @@
-#include "FilterFixture.h"
+#include "EditorFixture.h"
 
 #include "support/CallLoop.h"
-#include "vynaudiofilterhost/VST3/src/VST3AudioFilterEditor.h"
 
 #include <climits>
-#include <stdexcept>
 
 namespace {
 
@@ -13,76 +11,19 @@ using namespace vynaudiofilterhost::vst3;
 using namespace vynfixtures;
 using Steinberg::IPlugFrame;
 using Steinberg::kInvalidArgument;
-using Steinberg::kResultFalse;
 using Steinberg::kResultOk;
-using Steinberg::ViewRect;
 using testing::ElementsAre;
 using testing::IsEmpty;
-using vyncore::geom::RectT;
+using vyntest::PluginWithView;
 
-using Bounds = RectT<int>;
-using Texts = std::vector<std::string>;
-
-FixtureConfiguration PluginWithView() {
-    FixtureConfiguration configuration;
-    configuration.vendorInterfaces = true;
-    configuration.view.present = true;
-    return configuration;
-}
-
-FixtureConfiguration PluginWithView(FixtureViewConfiguration view) {
-    FixtureConfiguration configuration;
-    configuration.view = view;
-    configuration.view.present = true;
-    return configuration;
-}
-
-class VST3EditorTest : public vyntest::FilterTest {
+class VST3EditorTest : public vyntest::VST3EditorFixture {
 protected:
-    ~VST3EditorTest() override { editor.reset(); }
-
-    void Make(FixtureConfiguration const& configuration) {
-        editor.reset();
-        filter.reset();
-        Open(configuration);
-        ASSERT_TRUE(filter);
-        editor = filter->CreateCustomEditor();
-        ASSERT_TRUE(editor);
-        fixture->ClearCalls();
-    }
-
-    void MakeOpen(FixtureConfiguration const& configuration) {
-        Make(configuration);
-        editor->OpenEditor(&window);
-        fixture->ClearCalls();
-    }
-
-    Texts TakeTexts() {
-        Texts texts = fixture->CallTexts();
-        fixture->ClearCalls();
-        return texts;
-    }
-
-    Bounds TakeBounds() {
-        Bounds const bounds = editor->GetEditorBounds();
-        fixture->ClearCalls();
-        return bounds;
-    }
-
-    /// What a view of the test's own asks of the editor as its frame.
-    Steinberg::tresult Resize(ViewRect rect) { return Frame().resizeView(nullptr, &rect); }
-
-    VST3AudioFilterEditor& Frame() { return dynamic_cast<VST3AudioFilterEditor&>(*editor); }
-
     IVST3TolveVendorSpecificHost& VendorHost() {
         void* found = nullptr;
         static_cast<Steinberg::Vst::IHostApplication&>(*filter).queryInterface(IVST3TolveVendorSpecificHost::iid,
                                                                                &found);
         return *static_cast<IVST3TolveVendorSpecificHost*>(found);
     }
-
-    int window = 0; ///< its address stands for a window
-    boost::intrusive_ptr<AudioFilterEditor> editor;
 };
 
 TEST_F(VST3EditorTest, ViewIsFramedAttachedRemovedAndReleasedInThisOrder) {
@@ -182,69 +123,6 @@ TEST_F(VST3EditorTest, BoundsAreTheViewsWithinWhatAWindowCanHave) {
     EXPECT_EQ(editor->GetEditorBounds(), Bounds());
 }
 
-TEST_F(VST3EditorTest, EmptyRectangleIsRefusedAndChangesNothing) {
-    Make({});
-    int fired = 0;
-    editor->GetContentSizeChangedSignal().connect([&fired] { ++fired; });
-    for (ViewRect const& rect : {ViewRect(), ViewRect(5, 0, 5, 10), ViewRect(0, 5, 10, 5)})
-        EXPECT_EQ(Resize(rect), kResultFalse);
-    EXPECT_EQ(Frame().resizeView(nullptr, nullptr), kResultFalse);
-    EXPECT_EQ(fired, 0);
-    EXPECT_EQ(editor->GetEditorBounds(), Bounds());
-    // Without a view that could be asked, the last that was accepted stays.
-    EXPECT_EQ(Resize({1, 2, 301, 202}), kResultOk);
-    EXPECT_EQ(Resize({}), kResultFalse);
-    EXPECT_EQ(fired, 1);
-    EXPECT_EQ(editor->GetEditorBounds(), (Bounds{1, 2, 301, 202}));
-}
-
-TEST_F(VST3EditorTest, ListenerOfAResizeReadsTheSizeThatTheViewAsksFor) {
-    Make(PluginWithView({.resizeInAttached = {0, 0, 640, 480}}));
-    std::vector<Bounds> heard;
-    editor->GetContentSizeChangedSignal().connect([&] { heard.push_back(editor->GetEditorBounds()); });
-    editor->OpenEditor(&window);
-    EXPECT_THAT(heard, ElementsAre(Bounds{0, 0, 640, 480}));
-    EXPECT_THAT(TakeTexts(),
-                ElementsAre("View.attached(X11EmbedWindowID)", "View.onSize(0 0 640 480)", "View.host:resizeView(0)"));
-    EXPECT_EQ(editor->GetEditorBounds(), (Bounds{0, 0, 640, 480}));
-    EXPECT_THAT(TakeTexts(), ElementsAre("View.getSize()")) << "behind the resize the view is asked again";
-}
-
-TEST_F(VST3EditorTest, ResizeInsideAResizeLeavesTheOuterOneUnderWay) {
-    MakeOpen(PluginWithView());
-    std::vector<Bounds> heard;
-    auto& frame = Frame();
-    frame.GetContentSizeChangedSignal().connect([&] {
-        heard.push_back(frame.GetEditorBounds());
-        if (heard.size() == 1) {
-            EXPECT_EQ(Resize({0, 0, 50, 40}), kResultOk);
-            heard.push_back(frame.GetEditorBounds());
-        }
-    });
-    EXPECT_EQ(Resize({0, 0, 700, 500}), kResultOk);
-    EXPECT_THAT(heard, ElementsAre(Bounds{0, 0, 700, 500}, Bounds{0, 0, 50, 40}, Bounds{0, 0, 50, 40}));
-    EXPECT_THAT(TakeTexts(), IsEmpty()) << "no getSize while one is under way";
-    EXPECT_EQ(TakeBounds(), (Bounds{0, 0, 400, 300}));
-}
-
-TEST_F(VST3EditorTest, ViewThatAsksAgainWheneverItIsSizedComesToAnEnd) {
-    for (int const resizes : {1, -1}) {
-        Make(PluginWithView(
-            {.resizeInAttached = {0, 0, 640, 480}, .resizeInOnSize = {0, 0, 200, 100}, .resizesInOnSize = resizes}));
-        std::vector<Bounds> heard;
-        editor->GetContentSizeChangedSignal().connect([&] { heard.push_back(editor->GetEditorBounds()); });
-        editor->OpenEditor(&window);
-        EXPECT_TRUE(editor->IsOpen());
-        ASSERT_GE(heard.size(), 2u);
-        EXPECT_LE(heard.size(), resizes == 1 ? 2u : 64u);
-        EXPECT_EQ(heard[0], (Bounds{0, 0, 640, 480}));
-        EXPECT_EQ(heard[1], (Bounds{0, 0, 200, 100}));
-        EXPECT_EQ(fixture->CountCalls("getSize"), 0);
-        EXPECT_EQ(editor->GetEditorBounds(), (Bounds{0, 0, 200, 100}));
-        EXPECT_EQ(fixture->CountCalls("getSize"), 1) << "every resize has ended";
-    }
-}
-
 TEST_F(VST3EditorTest, NothingThatIsThrownCrossesTheEditor) {
     for (char const* const call : {"View.setFrame", "View.attached", "View.removed", "View.getSize", "View.onSize",
                                    "Controller.SetBrightness", "Controller.SetBrightnessFlag", "Controller.GainFocus",
@@ -262,32 +140,6 @@ TEST_F(VST3EditorTest, NothingThatIsThrownCrossesTheEditor) {
         EXPECT_FALSE(editor->IsOpen());
         filter->DestroyCustomEditor(std::move(editor));
     }
-}
-
-TEST_F(VST3EditorTest, ListenerThatThrowsEndsNoResizeForTheView) {
-    MakeOpen(PluginWithView());
-    int fired = 0;
-    boost::signals2::scoped_connection throwing = editor->GetContentSizeChangedSignal().connect([&fired] {
-        ++fired;
-        throw std::runtime_error("from a listener");
-    });
-    EXPECT_EQ(Resize({0, 0, 640, 480}), kResultOk);
-    EXPECT_EQ(fired, 1);
-    editor->GetEditorBounds();
-    EXPECT_THAT(TakeTexts(), ElementsAre("View.getSize()")) << "none is under way any more";
-}
-
-TEST_F(VST3EditorTest, ListenerMayCloseAndDestroyTheEditorInsideAResize) {
-    MakeOpen(PluginWithView());
-    editor->GetContentSizeChangedSignal().connect([this] {
-        editor->CloseEditor();
-        filter->DestroyCustomEditor(editor);
-    });
-    EXPECT_EQ(Resize({0, 0, 640, 480}), kResultOk);
-    EXPECT_THAT(TakeTexts(), ElementsAre("View.removed()")) << "the rest goes with the last reference";
-    boost::intrusive_ptr<AudioFilterEditor> const last = std::move(editor);
-    editor = filter->CreateCustomEditor();
-    EXPECT_NE(editor, last);
 }
 
 TEST_F(VST3EditorTest, FrameIsAFrameAndARunLoopAndNothingElse) {
@@ -327,17 +179,27 @@ TEST_F(VST3EditorTest, EditorThatIsLeftOpenIsClosedBeforeItGoes) {
                      "Controller.terminate()"}));
 }
 
-TEST_F(VST3EditorTest, EditorThatIsHeldLongerThanItsFilterGoesInPeace) {
-    for (bool const open : {false, true}) {
-        Make(PluginWithView());
-        if (open)
-            editor->OpenEditor(&window);
+TEST_F(VST3EditorTest, EditorThatIsHeldLongerThanItsPluginDoesNothing) {
+    for (bool const destroyed : {false, true}) {
+        FixtureConfiguration configuration = PluginWithView();
+        configuration.vendorFocus = 1;
+        MakeOpen(configuration);
+        if (destroyed)
+            filter->DestroyCustomEditor(editor);
         filter.reset();
+        EXPECT_EQ((*fixture)->liveObjects(), 0) << "the view doesn't outlive its controller";
+        EXPECT_EQ(fixture->CountCalls("removed"), 1);
+        fixture->ClearCalls();
         EXPECT_FALSE(editor->IsOpen());
+        editor->OpenEditor(&window);
+        EXPECT_FALSE(editor->IsOpen());
+        EXPECT_EQ(editor->GetEditorBounds(), Bounds());
+        editor->SetBrightness(1.0f, true);
+        EXPECT_FALSE(editor->GainFocus(true));
+        EXPECT_FALSE(editor->SetCurrentFocus());
         editor->CloseEditor();
-        EXPECT_EQ(fixture->CountCalls("removed"), open ? 1 : 0);
         editor.reset();
-        EXPECT_EQ((*fixture)->liveObjects(), 0);
+        EXPECT_THAT(TakeTexts(), IsEmpty());
     }
 }
 

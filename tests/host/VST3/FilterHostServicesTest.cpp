@@ -23,7 +23,8 @@ TEST_F(FilterHostServicesTest, BothHalvesMeetTheSameHostAtInitialize) {
     Open({});
     ASSERT_TRUE(filter);
     FixtureSnapshot const& seen = fixture->Snapshot();
-    unsigned const services = kHostApplication | kComponentHandler | kComponentHandler2 | kUnitHandler | kVendorHost | kRunLoop;
+    unsigned const services =
+        kHostApplication | kComponentHandler | kComponentHandler2 | kUnitHandler | kVendorHost | kRunLoop;
     EXPECT_EQ(seen.componentHostAnswers, services);
     EXPECT_EQ(seen.controllerHostAnswers, services);
     EXPECT_EQ(std::u16string_view(seen.hostName, 10), std::u16string_view(u"Veltrano\0?", 10));

@@ -26,10 +26,13 @@ std::intptr_t VSTAudioFilter::AudioMasterCallback(std::int32_t opcode, std::int3
     }
 }
 
-// Effects report what nobody can set as well; listeners are spared that.
+// Effects report what nobody can set as well; listeners are spared that. Some report display values, which would come
+// back to them as the end of the range: of those the effect's own word counts, which has the value by now.
 void VSTAudioFilter::Automate(std::int32_t index, float value) {
-    if (index >= 0 && index < GetParameterCount() && std::isfinite(value))
-        SetParameterAutomated(index, value);
+    if (index < 0 || index >= GetParameterCount() || !std::isfinite(value))
+        return;
+    bool const normalized = value >= 0.0f && value <= 1.0f;
+    SetParameterAutomated(index, normalized ? value : GetParameter(index));
 }
 
 // 0 is connected.

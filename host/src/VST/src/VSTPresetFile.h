@@ -10,7 +10,8 @@
 
 /// The files in which hosts of VST 2.x plug-ins hand presets to each other: ".fxp" with one program, ".fxb" with a bank
 /// of them. Numbers are big-endian, of 32 bits. All records begin with "CcnK", the number of bytes that follow, four
-/// letters that say which record it is, its version, the effect's unique ID, a version that counts for nothing, and a count.
+/// letters that say which record it is, its version, the effect's unique ID, a version that counts for nothing, and a
+/// count.
 ///
 /// - A program goes on with a name of 28 bytes. "FxCk": as many floats as counted, the parameters. "FPCh": a size and a
 ///   chunk.

@@ -1,0 +1,74 @@
+#include "vynhost/EditorWindowConnection.h"
+
+namespace vynhost {
+
+namespace {
+
+// A window manager that insists on a size gets its way in the end.
+constexpr int kMostCorrections = 3;
+
+} // namespace
+
+void EditorWindow::HandleEvents() {
+    Connection& own = *mConnection;
+    while (!IsLost() && XPending(own.display) > 0) {
+        XEvent event;
+        XNextEvent(own.display, &event);
+        if (!own.Note(event) || own.corrections >= kMostCorrections)
+            continue;
+        ++own.corrections;
+        Resize();
+    }
+}
+
+bool EditorWindow::Connection::Note(XEvent const& event) {
+    switch (event.type) {
+    case ClientMessage:
+        if (event.xclient.message_type == protocols && static_cast<Atom>(event.xclient.data.l[0]) == deletion)
+            closed = true;
+        return false;
+    case ConfigureNotify:
+        if (event.xconfigure.window == window)
+            return WindowSize{event.xconfigure.width, event.xconfigure.height} != size;
+        NoteContent(event.xconfigure.window, event.xconfigure.width, event.xconfigure.height);
+        return false;
+    case CreateNotify:
+        NoteContent(event.xcreatewindow.window, event.xcreatewindow.width, event.xcreatewindow.height);
+        return false;
+    case ReparentNotify:
+        NoteMove(event.xreparent);
+        return false;
+    case DestroyNotify:
+        NoteEnd(event.xdestroywindow.window);
+        return false;
+    default:
+        return false;
+    }
+}
+
+void EditorWindow::Connection::NoteContent(Window inside, int width, int height) {
+    content = inside;
+    contentSize = {width, height};
+}
+
+// A window manager puts the own window into a frame; a plug-in may make its window elsewhere first.
+void EditorWindow::Connection::NoteMove(XReparentEvent const& event) {
+    if (event.window == window)
+        return;
+    if (event.parent != window) {
+        NoteEnd(event.window);
+        return;
+    }
+    XWindowAttributes attributes;
+    if (XGetWindowAttributes(display, event.window, &attributes))
+        NoteContent(event.window, attributes.width, attributes.height);
+}
+
+void EditorWindow::Connection::NoteEnd(Window gone) {
+    if (gone == window)
+        destroyed = true;
+    else if (gone == content)
+        content = 0;
+}
+
+} // namespace vynhost
