@@ -53,7 +53,8 @@ void CallQueueDescriptor::Disarm() noexcept {
 }
 
 bool CallQueueDescriptor::Watch(std::intptr_t descriptor) noexcept {
-    return mHandle >= 0 && (WatchWith(mHandle, descriptor) || errno == EEXIST);
+    bool const own = descriptor == mTimer || descriptor == mHandle;
+    return mHandle >= 0 && !own && (WatchWith(mHandle, descriptor) || errno == EEXIST);
 }
 
 void CallQueueDescriptor::Unwatch(std::intptr_t descriptor) noexcept {

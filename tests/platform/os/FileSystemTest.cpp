@@ -52,4 +52,22 @@ TEST(FileSystemTest, APathThatNamesNothingIsAbsent) {
     EXPECT_TRUE(os::ListDirectory(folder.Path16("file")).empty());
 }
 
+TEST(FileSystemTest, AStampTellsAFileFromOneThatTakesItsPlace) {
+    vyntest::TemporaryFolder const folder;
+    folder.AddFile("file", "1234");
+    vyncore::UString const path = folder.Path16("file");
+    auto const time = std::filesystem::last_write_time(folder.Path() / "file");
+    auto const first = os::GetFileStamp(path);
+    ASSERT_TRUE(first);
+    EXPECT_EQ(os::GetFileStamp(path), first);
+    folder.AddFile("other", "5678");
+    std::filesystem::rename(folder.Path() / "other", folder.Path() / "file");
+    std::filesystem::last_write_time(folder.Path() / "file", time);
+    auto const second = os::GetFileStamp(path);
+    EXPECT_EQ(second->size, first->size);
+    EXPECT_EQ(second->changed, first->changed);
+    EXPECT_NE(second, first);
+    EXPECT_EQ(os::GetFileStamp(folder.Path16("none")), std::nullopt);
+}
+
 } // namespace

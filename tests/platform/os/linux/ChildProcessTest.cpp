@@ -162,4 +162,21 @@ TEST(InterruptDescriptorTest, WhatIsIgnoredStaysSo) {
     std::signal(SIGHUP, former);
 }
 
+TEST(OwnProcessTest, WhatItHoldsIsCounted) {
+    int const before = os::CountDescriptors();
+    EXPECT_GT(before, 2);
+    EXPECT_LT(before, os::GetMostDescriptors());
+    int const another = ::dup(STDERR_FILENO);
+    EXPECT_EQ(os::CountDescriptors(), before + 1);
+    ::close(another);
+    EXPECT_FALSE(os::HasChildren());
+    {
+        ChildProcess child = MakeShell("exit 0");
+        WaitFor(child.GetEndDescriptor());
+        EXPECT_TRUE(os::HasChildren());
+    }
+    EXPECT_FALSE(os::HasChildren());
+    EXPECT_EQ(os::CountDescriptors(), before);
+}
+
 } // namespace
