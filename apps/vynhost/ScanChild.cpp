@@ -48,6 +48,7 @@ void ScanChild::SetDeadline() {
 }
 
 void ScanChild::CloseInput() {
+    mIsLeaving = true;
     mLingerEnd.reset();
     mProcess.CloseInput();
     if (!mDeadline && !mEnded)

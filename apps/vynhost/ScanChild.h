@@ -57,7 +57,7 @@ public:
 
     /// Whether the child can take a module.
     /// [main-thread]
-    bool IsFree() const noexcept { return !mJob && !mEnded && !(mAlone && !mDone.empty()); }
+    bool IsFree() const noexcept { return !mJob && !mIsLeaving && !mEnded && !(mAlone && !mDone.empty()); }
     /// [main-thread]
     bool HasEnded() const noexcept { return mEnded; }
     /// Whether the child has ever been ready to work.
@@ -117,6 +117,7 @@ private:
     ScanFrameReader mFrames;
 
     bool mReady = false;
+    bool mIsLeaving = false; ///< its input is closed
     std::optional<std::size_t> mJob;
     bool mBegun = false;
     bool mAnswered = false;
