@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <set>
 #include <vector>
 
 namespace os {
@@ -34,25 +35,31 @@ public:
     void Disarm() noexcept;
 
     /// Makes the handle readable while this descriptor, which is somebody else's, is. A second time it does nothing.
-    /// False when the system can't watch it.
-    /// [any-thread]
+    /// False when the system can't watch it. Of one that is closed without Unwatch nothing is told any more, once that
+    /// is noticed.
+    /// [main-thread]
     bool Watch(std::intptr_t descriptor) noexcept;
-    /// [any-thread]
+    /// [main-thread]
     void Unwatch(std::intptr_t descriptor) noexcept;
 
     struct Ready {
         std::intptr_t descriptor;
-        bool hungUp; ///< nothing new will ever come from it
+        bool hungUp;   ///< nothing new will ever come from it
+        int available; ///< bytes that wait to be read, as far as the system says
     };
 
     /// The watched descriptors that are readable now. Waits for none.
-    /// [any-thread]
-    std::vector<Ready> GetReady() const;
+    /// [main-thread]
+    std::vector<Ready> GetReady();
 
 private:
     void Set(std::uint64_t dueNanos) noexcept;
+    bool AddWatch(std::intptr_t descriptor);
+    void RenewPoller();
 
     std::intptr_t mTimer = -1;
+    std::intptr_t mPoller = -1; ///< of the watched descriptors
+    std::set<std::intptr_t> mWatched;
     std::intptr_t mHandle = -1;
     std::uint64_t mArmedFor = 0;
 };

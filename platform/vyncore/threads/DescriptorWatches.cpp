@@ -7,7 +7,7 @@ namespace vyncore::threads {
 
 namespace {
 
-// Whoever watches may have something left to read; who doesn't get there in so many turns never will.
+// Whoever takes nothing in so many turns, and knows of the end no better, never will.
 constexpr int kMostHangUps = 64;
 
 } // namespace
@@ -52,18 +52,22 @@ int DescriptorWatches::RunReady(os::CallQueueDescriptor& poller) {
             auto const call = found->second.call;
             ++count;
             (*call)();
-            CountHangUp(poller, number, ready.hungUp);
+            CountHangUp(poller, number, ready);
         }
     }
     return count;
 }
 
-void DescriptorWatches::CountHangUp(os::CallQueueDescriptor& poller, std::uint64_t number, bool hungUp) {
+void DescriptorWatches::CountHangUp(os::CallQueueDescriptor& poller, std::uint64_t number,
+                                    os::CallQueueDescriptor::Ready ready) {
     auto const found = mWatches.find(number);
     if (found == mWatches.end())
         return;
-    found->second.hangUps = hungUp ? found->second.hangUps + 1 : 0;
-    if (found->second.hangUps >= kMostHangUps)
+    Watch& watch = found->second;
+    bool const idle = ready.hungUp && watch.hangUps > 0 && ready.available >= watch.available;
+    watch.hangUps = idle ? watch.hangUps + 1 : ready.hungUp ? 1 : 0;
+    watch.available = ready.available;
+    if (watch.hangUps >= kMostHangUps)
         Remove(poller, number);
 }
 

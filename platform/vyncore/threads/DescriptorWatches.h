@@ -28,12 +28,13 @@ private:
     struct Watch {
         std::intptr_t descriptor;
         std::shared_ptr<std::function<void()> const> call;
-        int hangUps = 0; ///< in a row
+        int hangUps = 0; ///< in a row, in which nothing was taken
+        int available = 0;
     };
 
     bool IsWatched(std::intptr_t descriptor) const;
     std::vector<std::uint64_t> NumbersOf(std::intptr_t descriptor) const;
-    void CountHangUp(os::CallQueueDescriptor& poller, std::uint64_t number, bool hungUp);
+    void CountHangUp(os::CallQueueDescriptor& poller, std::uint64_t number, os::CallQueueDescriptor::Ready ready);
 
     std::map<std::uint64_t, Watch> mWatches; ///< by number, which is the order of adding
     std::uint64_t mLastNumber = 0;

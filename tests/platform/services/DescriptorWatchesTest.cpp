@@ -8,6 +8,7 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <unistd.h>
 #include <vector>
 
 namespace {
@@ -100,11 +101,8 @@ TEST_F(DescriptorWatchesTest, HangUpIsGivenUpWhenNobodyReadsOn) {
     std::uint64_t last = 0;
     last = Watch(drained, [&] {
         ran += 'a';
-        for (int byte = 0; byte < 10 && last != 0; ++byte)
-            if (!drained.Read()) {
-                UnwatchDescriptor(last);
-                last = 0;
-            }
+        if (!drained.Read())
+            UnwatchDescriptor(last);
     });
     Watch(ignored, [] {});
     drained.CloseWriter();
@@ -115,7 +113,20 @@ TEST_F(DescriptorWatchesTest, HangUpIsGivenUpWhenNobodyReadsOn) {
         ++rounds;
     }
     EXPECT_LT(rounds, 10'000) << "the application's loop may rest";
-    EXPECT_EQ(ran.size(), 21u) << "all of it was read, and the end seen";
+    EXPECT_EQ(ran.size(), 201u) << "all of it was read, byte by byte, and the end seen";
+}
+
+TEST_F(DescriptorWatchesTest, DescriptorThatIsClosedWhileACopyLivesIsHeardOfNoMore) {
+    auto pipe = std::make_unique<Pipe>();
+    EXPECT_TRUE(pipe->Write());
+    int const copy = dup(pipe->GetReader());
+    std::uint64_t const watch = Watch(*pipe, 'a');
+    pipe.reset();
+    RunDueCalls();
+    UnwatchDescriptor(watch);
+    EXPECT_FALSE(IsCallQueueReady());
+    EXPECT_EQ(RunDueCalls(), 0);
+    close(copy);
 }
 
 TEST_F(DescriptorWatchesTest, NumberOfADescriptorThatWasClosedMayBeWatchedAnew) {

@@ -48,11 +48,14 @@ vyncore::geom::RectT<int> VSTAudioFilterEditor::GetEditorBounds() {
 void VSTAudioFilterEditor::OpenEditor(void* parentWindow) {
     if (IsOpen() || !mFilter)
         return;
+    // The effect may ask for a size as it opens, and a listener let go of the editor over it: open from here on, so
+    // that it is closed then.
+    boost::intrusive_ptr<VSTAudioFilterEditor> const self(this);
+    SetOpen(true);
     mFilter->EditorAttached();
     mFilter->AddEditorCallback(this, [this](std::int32_t opcode, std::int32_t index, std::intptr_t value, void* ptr,
                                             float opt) { return EditorCallback(opcode, index, value, ptr, opt); });
     Dispatch(effEditOpen, 0, 0, parentWindow, 0.0f);
-    SetOpen(true);
 }
 
 void VSTAudioFilterEditor::CloseEditor() {

@@ -34,8 +34,9 @@ void VST3AudioFilter::DropEditor() {
 
 void VST3AudioFilter::OnAdvanceFocus(int direction) {
     constexpr int kForward = 1;
-    if (mEditor)
-        mEditor->GetAdvanceFocusSignal()(direction == kForward);
+    // A listener may let go of the editor, and may throw, for which plug-ins aren't made.
+    if (boost::intrusive_ptr<VST3AudioFilterEditor> const editor = mEditor)
+        Guarded([&] { editor->GetAdvanceFocusSignal()(direction == kForward); });
 }
 
 } // namespace vynaudiofilterhost::vst3

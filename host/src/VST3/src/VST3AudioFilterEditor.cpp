@@ -75,8 +75,17 @@ vyncore::geom::RectT<int> VST3AudioFilterEditor::GetEditorBounds() {
 }
 
 void VST3AudioFilterEditor::OpenEditor(void* parentWindow) {
-    if (mView && !IsOpen())
-        Guarded([&] { SetOpen(mView->attached(parentWindow, GetViewPlatformType()) == kResultOk); });
+    if (!mView || IsOpen())
+        return;
+    // The view may ask for a size as it is attached, and a listener let go of the editor over it.
+    boost::intrusive_ptr<VST3AudioFilterEditor> const self(this);
+    PluginPointer<Steinberg::IPlugView> const view(mView);
+    Guarded([&] { view->addRef(); });
+    bool attached = false;
+    Guarded([&] { attached = view->attached(parentWindow, GetViewPlatformType()) == kResultOk; });
+    SetOpen(attached && mView);
+    if (attached && !mView)
+        Guarded([&] { view->removed(); });
 }
 
 void VST3AudioFilterEditor::CloseEditor() {
