@@ -1,10 +1,13 @@
 #include "vynhost/EditCommand.h"
 
 #include "vynhost/CommandError.h"
+#include "vynhost/EditRescue.h"
 #include "vynhost/EditSession.h"
+#include "vynhost/InsistentInterrupt.h"
 #include "vynhost/OutputPaths.h"
 #include "vynhost/RenderCommand.h"
 #include "vynhost/Session.h"
+#include "vynhost/XErrors.h"
 
 #include "os/InterruptDescriptor.h"
 #include "os/ReplacementFile.h"
@@ -39,10 +42,14 @@ void CheckWritable(std::optional<std::string> const& path) {
 std::string RunEdit(EditRequest const& request) {
     CheckPaths(request);
     os::InterruptDescriptor const interrupt;
+    InsistentInterrupt const insistence;
     CheckWritable(request.screenshotPath);
     CheckWritable(request.saveStatePath);
+    // Modules are unloaded with the library, and only then some of them close their connections.
+    EditRescue rescue(request.json);
+    XErrors errors([&] { rescue.Leave(); });
     Session const session;
-    EditSession(request, interrupt).Run();
+    EditSession(request, interrupt, rescue, errors).Run();
     return {};
 }
 

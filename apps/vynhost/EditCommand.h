@@ -19,7 +19,8 @@ struct EditRequest {
 
 /// Opens a plug-in's own window and tells what is edited in it, as it is edited, on standard output, until the window
 /// is closed, the program is wanted to end, or the screenshot is taken. Returns nothing more to be printed. Throws
-/// CommandError. When the display goes away the state is saved as asked, and the process ends here.
+/// CommandError. When the display goes away the state is saved as asked, and the process ends here; so it does,
+/// unsaved, when it is wanted to end a second time.
 /// [main-thread]
 std::string RunEdit(EditRequest const& request);
 

@@ -42,7 +42,7 @@ EditEnd EditLoop::Run(std::optional<std::uint64_t> deadlineNanos) {
 }
 
 std::optional<EditEnd> EditLoop::FindEnd(std::optional<std::uint64_t> deadlineNanos) const {
-    if (mWindow.IsLost())
+    if (mErrors.IsAnyConnectionLost())
         return EditEnd::kDisplayLost;
     if (mWindow.IsClosed())
         return EditEnd::kWindowClosed;

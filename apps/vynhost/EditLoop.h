@@ -27,7 +27,8 @@ public:
              std::function<void()> eachTurn);
 
     /// Runs until the window is closed, the program is wanted to end, or a time of os::GetMonotonicNanos. Throws what
-    /// the plug-in throws. When the display is lost no more of the plug-in's code is called.
+    /// the plug-in throws. When a connection with the display is broken, the plug-in's or the window's, no more of the
+    /// plug-in's code is called.
     /// [main-thread]
     EditEnd Run(std::optional<std::uint64_t> deadlineNanos);
 

@@ -1,16 +1,16 @@
 #include "vynhost/EditReport.h"
 
+#include "vynhost/JSONText.h"
 #include "vynhost/NumberText.h"
 #include "vynhost/OneLine.h"
 
 #include "vynaudiofilterhost/AudioFilter.h"
 #include "vyncore/strings/StringUtils.h"
 
+#include "os/Clock.h"
 #include "os/Console.h"
 
-#include <nlohmann/json.hpp>
-
-#include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace vynhost {
@@ -19,9 +19,8 @@ using vyncore::string::UTF16to8;
 
 namespace {
 
-std::string ToLine(nlohmann::ordered_json const& document) {
-    return document.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace) + '\n';
-}
+constexpr std::uint64_t kTurnNanos = 15'000'000;
+constexpr std::size_t kMostWaiting = 1 << 20;
 
 // What a parameter shows at a value.
 struct Shown {
@@ -60,19 +59,43 @@ EditReport::EditReport(vynaudiofilterhost::AudioFilter& filter, bool json)
 
 void EditReport::HearValue(int index, float value) {
     std::lock_guard const lock(mMutex);
-    auto const last =
-        std::find_if(mEdits.rbegin(), mEdits.rend(), [&](Edit const& edit) { return edit.index == index; });
-    if (last != mEdits.rend() && last->value)
-        last->value = value;
-    else
-        mEdits.push_back({.index = index, .value = value});
+    if (Edit* const edit = FindOrAdd(index))
+        edit->value = value;
 }
 
-// A gesture on no parameter in particular tells nothing.
+// A gesture on no parameter in particular tells nothing. One that follows another at once continues it.
 void EditReport::HearGesture(int index, bool begins) {
+    if (index < 0)
+        return;
     std::lock_guard const lock(mMutex);
-    if (index >= 0)
-        mEdits.push_back({.index = index, .begins = begins});
+    Edit* const edit = FindOrAdd(index);
+    if (!edit)
+        return;
+    if (!begins)
+        edit->ends = true;
+    else if (!std::exchange(edit->ends, false))
+        edit->begins = true;
+}
+
+// Null when there are more than any plug-in has.
+EditReport::Edit* EditReport::FindOrAdd(int index) {
+    if (auto const found = mPlaces.find(index); found != mPlaces.end())
+        return &mEdits[static_cast<std::size_t>(found->second - mTaken)];
+    if (mEdits.size() >= kMostWaiting)
+        return nullptr;
+    mPlaces.emplace(index, mTaken + mEdits.size());
+    return &mEdits.emplace_back(Edit{.index = index});
+}
+
+std::optional<EditReport::Edit> EditReport::TakeEdit() {
+    std::lock_guard const lock(mMutex);
+    if (mEdits.empty())
+        return std::nullopt;
+    Edit const first = mEdits.front();
+    mEdits.pop_front();
+    mPlaces.erase(first.index);
+    ++mTaken;
+    return first;
 }
 
 void EditReport::TellOpened(WindowSize size) {
@@ -93,46 +116,70 @@ void EditReport::TellFile(char const* kind, std::string const& path) {
 }
 
 void EditReport::WriteEdits() {
-    std::vector<Edit> edits;
+    WriteEdits(os::GetMonotonicNanos() + kTurnNanos);
+}
+
+void EditReport::WriteAllEdits() {
+    WriteEdits(std::numeric_limits<std::uint64_t>::max());
+}
+
+// No more than there are now: a plug-in may be quicker than this.
+void EditReport::WriteEdits(std::uint64_t deadlineNanos) {
+    std::size_t waiting = 0;
     {
         std::lock_guard const lock(mMutex);
-        edits.swap(mEdits);
+        waiting = mEdits.size();
     }
-    for (Edit const& edit : edits)
-        WriteEdit(edit);
+    for (; waiting > 0; --waiting) {
+        std::optional<Edit> const edit = TakeEdit();
+        if (!edit)
+            return;
+        WriteEdit(*edit);
+        if (os::GetMonotonicNanos() >= deadlineNanos)
+            return;
+    }
 }
 
 void EditReport::WriteEdit(Edit const& edit) {
-    if (!mJSON && !IsForPerson(edit))
+    if (edit.begins)
+        WritePart(edit.index, Kind::kBegin, std::nullopt);
+    if (edit.value)
+        WritePart(edit.index, Kind::kValue, edit.value);
+    if (edit.ends)
+        WritePart(edit.index, Kind::kEnd, std::nullopt);
+}
+
+void EditReport::WritePart(int index, Kind kind, std::optional<float> told) {
+    if (!mJSON && !IsForPerson(index, kind))
         return;
-    float const value = edit.value ? *edit.value : mFilter.GetParameter(edit.index);
-    Shown const shown = FindShown(mFilter, edit.index, value);
+    float const value = told ? *told : mFilter.GetParameter(index);
+    Shown const shown = FindShown(mFilter, index, value);
     if (!mJSON) {
         Write(OnOneLine(shown.name + ": " + DescribeValue(shown)) + '\n');
         return;
     }
-    nlohmann::ordered_json row{{"index", edit.index}, {"name", shown.name}};
+    nlohmann::ordered_json row{{"index", index}, {"name", shown.name}};
     // Where a gesture began is past when this is written.
-    bool const told = !edit.begins || !*edit.begins;
-    row["value"] = told ? nlohmann::ordered_json(WidenNumber(value)) : nullptr;
-    row["display"] = told ? nlohmann::ordered_json(WidenNumber(shown.display)) : nullptr;
-    row["text"] = told ? nlohmann::ordered_json(shown.text) : nullptr;
-    row["gesture"] = edit.begins ? nlohmann::ordered_json(*edit.begins ? "begin" : "end") : nullptr;
+    bool const begins = kind == Kind::kBegin;
+    row["value"] = begins ? nullptr : nlohmann::ordered_json(WidenNumber(value));
+    row["display"] = begins ? nullptr : nlohmann::ordered_json(WidenNumber(shown.display));
+    row["text"] = begins ? nullptr : nlohmann::ordered_json(shown.text);
+    row["gesture"] = kind == Kind::kValue ? nullptr : nlohmann::ordered_json(begins ? "begin" : "end");
     Write(ToLine({{"edit", std::move(row)}}));
 }
 
-bool EditReport::IsForPerson(Edit const& edit) {
-    if (!edit.begins) {
-        bool const within = mOpenGestures.contains(edit.index);
+bool EditReport::IsForPerson(int index, Kind kind) {
+    if (kind == Kind::kValue) {
+        bool const within = mOpenGestures.contains(index);
         if (within)
-            mMoved.insert(edit.index);
+            mMoved.insert(index);
         return !within;
     }
-    if (*edit.begins)
-        mOpenGestures.insert(edit.index);
+    if (kind == Kind::kBegin)
+        mOpenGestures.insert(index);
     else
-        mOpenGestures.erase(edit.index);
-    return mMoved.erase(edit.index) > 0;
+        mOpenGestures.erase(index);
+    return mMoved.erase(index) > 0;
 }
 
 void EditReport::Write(std::string const& text) {

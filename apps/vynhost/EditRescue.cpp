@@ -1,7 +1,8 @@
 #include "vynhost/EditRescue.h"
 
 #include "vynhost/EditedState.h"
-#include "vynhost/Outcome.h"
+
+#include "vyncore/threads/MainThreadCalls.h"
 
 #include <chrono>
 #include <cstdlib>
@@ -16,11 +17,15 @@ constexpr char const* kNotSaved = "; the plug-in's state could not be saved";
 
 } // namespace
 
-EditRescue::EditRescue(bool json) : mJSON(json) {}
+EditRescue::EditRescue(bool json) : mForm(json ? FailureForm::kJSONLine : FailureForm::kText) {}
 
 void EditRescue::Leave() noexcept {
-    if (std::this_thread::get_id() != mMainThread)
+    if (std::this_thread::get_id() != mMainThread) {
+        vyncore::threads::AsyncCallFromMainThread([] {}, 0);
         GiveUpLater();
+    }
+    if (mFinished)
+        std::_Exit(static_cast<int>(ExitStatus::kSuccess));
     // The plug-in needs the display for its state as well.
     if (mLeaving.exchange(true))
         Report(kNotSaved);
@@ -47,6 +52,8 @@ std::string EditRescue::Save() {
 
 void EditRescue::GiveUpLater() noexcept {
     std::this_thread::sleep_for(kPatience);
+    if (mFinished)
+        std::_Exit(static_cast<int>(ExitStatus::kSuccess));
     Report(mState ? kNotSaved : "");
 }
 
@@ -54,7 +61,7 @@ void EditRescue::Report(std::string const& state) noexcept {
     // Whoever comes second must not end the process amidst the report.
     if (mReported.exchange(true))
         std::this_thread::sleep_for(kPatience);
-    ExitStatus const status = RunCommand(mJSON, [&]() -> std::string {
+    ExitStatus const status = RunCommand(mForm, [&]() -> std::string {
         throw CommandError(ExitStatus::kWorkFailed, CommandError::Subject::kNone, {},
                            "the connection with the display is broken" + state);
     });

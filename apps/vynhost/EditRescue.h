@@ -1,5 +1,7 @@
 #pragma once
 
+#include "vynhost/Outcome.h"
+
 #include <atomic>
 #include <string>
 #include <thread>
@@ -20,9 +22,14 @@ public:
     /// [main-thread]
     void Keep(EditedState* state) noexcept { mState = state; }
 
+    /// Nothing is lost from now on: all that is left is to take the plug-in down. A display that goes away then ends
+    /// the process in good order.
+    /// [main-thread]
+    void Finish() noexcept { mFinished = true; }
+
     /// Saves the state, reports the loss and ends the process with the status of a failure. Another thread than the
-    /// main thread leaves that to the main thread for a while, and then ends the process without a saved state. So it
-    /// goes as well when the plug-in gives its state neither soon nor without the display.
+    /// main thread wakes that one, leaves it all to it for a while, and then ends the process without a saved state. So
+    /// it goes as well when the plug-in gives its state neither soon nor without the display.
     /// [any-thread]
     [[noreturn]] void Leave() noexcept;
 
@@ -31,9 +38,10 @@ private:
     [[noreturn]] void Report(std::string const& state) noexcept;
     [[noreturn]] void GiveUpLater() noexcept;
 
-    bool const mJSON;
+    FailureForm const mForm;
     std::thread::id const mMainThread = std::this_thread::get_id();
     std::atomic<EditedState*> mState = nullptr;
+    std::atomic<bool> mFinished = false;
     std::atomic<bool> mLeaving = false;
     std::atomic<bool> mReported = false;
 };

@@ -4,9 +4,11 @@
 #include "vynhost/EditCommand.h"
 #include "vynhost/EditFrame.h"
 #include "vynhost/EditLoop.h"
+#include "vynhost/EditRescue.h"
 #include "vynhost/PluginCall.h"
 #include "vynhost/PNGFile.h"
 #include "vynhost/StateFile.h"
+#include "vynhost/XErrors.h"
 
 #include "vynaudiofilterhost/AudioFilter.h"
 #include "vynaudiofilterhost/AudioFilterEditor.h"
@@ -29,17 +31,22 @@ constexpr int kBlockSize = 512;
 
 constexpr std::uint64_t kNanosPerSecond = 1'000'000'000;
 constexpr std::uint64_t kBlankNanos = 2 * kNanosPerSecond;
+constexpr std::uint64_t kSettleNanos = kNanosPerSecond / 10;
+
+// In each direction; the picture and what is made of it take up to 400 MB then.
+constexpr int kMostPicturePixels = 8192;
 
 constexpr auto kRefused = ExitStatus::kPluginRefused;
 constexpr auto kFailed = ExitStatus::kWorkFailed;
 
 } // namespace
 
-EditSession::EditSession(EditRequest const& request, os::InterruptDescriptor const& interrupt)
+EditSession::EditSession(EditRequest const& request, os::InterruptDescriptor const& interrupt, EditRescue& rescue,
+                         XErrors& errors)
     : mRequest(request),
       mInterrupt(interrupt),
-      mRescue(request.json),
-      mErrors([this] { mRescue.Leave(); }),
+      mRescue(rescue),
+      mErrors(errors),
       mWindow(mErrors),
       mPlugin(CallPlugin(kRefused, request.modulePath,
                          [&] { return PluginSelection(request.modulePath, request.classID); })),
@@ -55,13 +62,31 @@ EditSession::~EditSession() {
 
 void EditSession::Run() {
     CallPlugin(kRefused, mRequest.modulePath, [this] { Prepare(); });
-    EditEnd const end = CallPlugin(kFailed, mRequest.modulePath, [this] { return ShowEditor(); });
+    EditEnd end = EditEnd::kWindowClosed;
+    try {
+        end = CallPlugin(kFailed, mRequest.modulePath, [this] { return ShowEditor(); });
+    } catch (CommandError const&) {
+        SaveAfterFailure();
+        throw;
+    }
     CallPlugin(kFailed, mRequest.modulePath, [this] { SaveState(); });
     if (mRequest.screenshotPath && end != EditEnd::kTimeUp)
         throw CommandError::OfFile(*mRequest.screenshotPath,
                                    "was not written: the window was closed before the time was up");
     if (mReport.HasFailed())
         throw std::runtime_error("the edits could not be written to standard output");
+    mRescue.Finish();
+}
+
+// The failure that came first is the one to be reported.
+void EditSession::SaveAfterFailure() {
+    if (!mOpened)
+        return;
+    try {
+        CallPlugin(kFailed, mRequest.modulePath, [this] { SaveState(); });
+    } catch (CommandError const& error) {
+        mReport.TellNote(std::string("the state could not be saved: ") + error.what());
+    }
 }
 
 boost::intrusive_ptr<AudioFilter> EditSession::MakeFilter() const {
@@ -101,15 +126,24 @@ EditEnd EditSession::ShowEditor() {
         throw CommandError::OfPlugin(mRequest.modulePath, "refused the window that it was given");
     mReport.TellOpened(mWindow.GetSize());
     mOpenedNanos = os::GetMonotonicNanos();
+    mOpened = true;
     EditLoop loop(mWindow, frame, mErrors, mInterrupt, [this] { Attend(); });
-    EditEnd const end = loop.Run(FindDeadline());
+    EditEnd end = loop.Run(FindDeadline());
+    if (end == EditEnd::kTimeUp)
+        end = LetSettle(loop);
     if (end == EditEnd::kDisplayLost)
         mRescue.Leave();
     if (end == EditEnd::kTimeUp)
-        TakeScreenshot();
+        WritePicture();
     frame.Close();
-    mReport.WriteEdits();
+    mReport.WriteAllEdits();
     return end;
+}
+
+// What another window covered has to be drawn first.
+EditEnd EditSession::LetSettle(EditLoop& loop) {
+    mWindow.Raise();
+    return loop.Run(os::GetMonotonicNanos() + kSettleNanos);
 }
 
 std::optional<std::uint64_t> EditSession::FindDeadline() const {
@@ -139,7 +173,12 @@ void EditSession::TellTroubles() {
         mReport.TellNote("the plug-in has put nothing into the window");
 }
 
-void EditSession::TakeScreenshot() {
+void EditSession::WritePicture() {
+    WindowSize const size = mWindow.GetSize();
+    if (size.width > kMostPicturePixels || size.height > kMostPicturePixels)
+        throw CommandError::OfFile(*mRequest.screenshotPath,
+                                   "was not written: a window of " + std::to_string(size.width) + " by " +
+                                       std::to_string(size.height) + " pixels is too large for a picture");
     std::optional<Screenshot> const picture = mWindow.TakeScreenshot();
     if (mWindow.IsLost())
         mRescue.Leave();

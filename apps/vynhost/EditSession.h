@@ -4,9 +4,7 @@
 #include "vynhost/EditorWindow.h"
 #include "vynhost/EditPlayback.h"
 #include "vynhost/EditReport.h"
-#include "vynhost/EditRescue.h"
 #include "vynhost/PluginSelection.h"
-#include "vynhost/XErrors.h"
 
 #include <boost/smart_ptr/intrusive_ptr.hpp>
 
@@ -24,6 +22,9 @@ class AudioFilterEditor;
 
 namespace vynhost {
 
+class EditLoop;
+class EditRescue;
+class XErrors;
 enum class EditEnd;
 struct EditRequest;
 
@@ -31,15 +32,17 @@ struct EditRequest;
 /// Session does. All failures are CommandErrors or, when they concern neither file nor plug-in, std::runtime_errors.
 class EditSession {
 public:
-    /// Opens the display and makes the filter. Both arguments must outlive the object.
+    /// Opens the display and makes the filter. The arguments must outlive the object.
     /// [main-thread]
-    EditSession(EditRequest const& request, os::InterruptDescriptor const& interrupt);
+    EditSession(EditRequest const& request, os::InterruptDescriptor const& interrupt, EditRescue& rescue,
+                XErrors& errors);
     EditSession(EditSession const&) = delete;
     EditSession& operator=(EditSession const&) = delete;
     /// [main-thread]
     ~EditSession();
 
-    /// Shows the editor until its end; to be called once. Doesn't return when the display goes away.
+    /// Shows the editor until its end; to be called once. Doesn't return when the display goes away. The state is saved
+    /// whatever fails once the editor was open.
     /// [main-thread]
     void Run();
 
@@ -47,17 +50,19 @@ private:
     boost::intrusive_ptr<vynaudiofilterhost::AudioFilter> MakeFilter() const;
     boost::intrusive_ptr<vynaudiofilterhost::AudioFilterEditor> MakeEditor() const;
     void Prepare();
+    void SaveAfterFailure();
     EditEnd ShowEditor();
+    EditEnd LetSettle(EditLoop& loop);
+    void WritePicture();
     std::optional<std::uint64_t> FindDeadline() const;
     void Attend();
     void TellTroubles();
-    void TakeScreenshot();
     void SaveState();
 
     EditRequest const& mRequest;
     os::InterruptDescriptor const& mInterrupt;
-    EditRescue mRescue;
-    XErrors mErrors;
+    EditRescue& mRescue;
+    XErrors& mErrors;
     EditorWindow mWindow;
     PluginSelection mPlugin;
     boost::intrusive_ptr<vynaudiofilterhost::AudioFilter> mFilter;
@@ -65,6 +70,7 @@ private:
     std::optional<EditedState> mSavedState;
     std::optional<EditPlayback> mPlayback;
     std::uint64_t mOpenedNanos = 0;
+    bool mOpened = false;
     bool mBlankTold = false;
 };
 

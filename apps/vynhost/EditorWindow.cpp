@@ -113,6 +113,11 @@ void EditorWindow::Show() {
     XSync(mConnection->display, False);
 }
 
+void EditorWindow::Raise() {
+    XRaiseWindow(mConnection->display, mConnection->window);
+    XSync(mConnection->display, False);
+}
+
 void* EditorWindow::GetHandle() const noexcept {
     return reinterpret_cast<void*>(mConnection->window);
 }
@@ -130,7 +135,7 @@ bool EditorWindow::IsLost() const noexcept {
 }
 
 std::optional<WindowSize> EditorWindow::GetContentSize() const noexcept {
-    return mConnection->content != 0 ? std::optional(mConnection->contentSize) : std::nullopt;
+    return mConnection->FindContentSize();
 }
 
 } // namespace vynhost

@@ -53,6 +53,10 @@ public:
     /// [main-thread]
     void Show();
 
+    /// Puts the window above others, as far as the window manager lets it.
+    /// [main-thread]
+    void Raise();
+
     /// What a plug-in takes as its parent window.
     /// [main-thread]
     void* GetHandle() const noexcept;
@@ -61,7 +65,8 @@ public:
     /// [main-thread]
     std::intptr_t GetDescriptor() const noexcept;
 
-    /// Takes in what has happened, and sends what is to be done. Doesn't wait.
+    /// Takes in what has happened, and sends what is to be done. Doesn't wait; of very much it leaves some for the next
+    /// time.
     /// [main-thread]
     void HandleEvents();
 
@@ -73,12 +78,13 @@ public:
     /// [main-thread]
     bool IsLost() const noexcept;
 
-    /// The size of the window that the plug-in has put inside; empty when there is none. Changes in HandleEvents.
+    /// The size of the window that the plug-in has put inside, of several the largest; empty when there is none.
+    /// Changes in HandleEvents.
     /// [main-thread]
     std::optional<WindowSize> GetContentSize() const noexcept;
 
-    /// What is to be seen in the window, the plug-in's own included; what lies beyond the screen is black. Empty when
-    /// the display gives nothing.
+    /// What is to be seen in the window, the plug-in's own included; what lies beyond the screen is black, and what
+    /// other windows cover is anything. Empty when the display gives nothing.
     /// [main-thread]
     std::optional<Screenshot> TakeScreenshot();
 

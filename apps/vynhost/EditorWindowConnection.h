@@ -2,6 +2,7 @@
 
 #include "vynhost/EditorWindow.h"
 
+#include <map>
 #include <X11/Xlib.h>
 
 namespace vynhost {
@@ -17,16 +18,18 @@ struct EditorWindow::Connection {
     int corrections = 0; ///< of the size, since it was set last
     bool closed = false;
     bool destroyed = false;
-    Window content = 0; ///< the plug-in's own, the one that was heard of last
-    WindowSize contentSize = {};
+    std::map<Window, WindowSize> contents; ///< the plug-in's own
 
     /// What an event says of the own window and of those inside. True when the own window has another size than it
     /// should.
     /// [main-thread]
     bool Note(XEvent const& event);
 
+    /// Of the largest of the plug-in's windows; some put small ones for menus and tips beside it.
+    /// [main-thread]
+    std::optional<WindowSize> FindContentSize() const noexcept;
+
 private:
-    void NoteContent(Window inside, int width, int height);
     void NoteMove(XReparentEvent const& event);
     void NoteEnd(Window gone);
 };

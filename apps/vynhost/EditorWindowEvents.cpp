@@ -7,11 +7,18 @@ namespace {
 // A window manager that insists on a size gets its way in the end.
 constexpr int kMostCorrections = 3;
 
+// A plug-in that moves its window without pause must not hold up the rest.
+constexpr int kMostEvents = 4096;
+
+std::int64_t GetArea(WindowSize size) {
+    return std::int64_t{size.width} * size.height;
+}
+
 } // namespace
 
 void EditorWindow::HandleEvents() {
     Connection& own = *mConnection;
-    while (!IsLost() && XPending(own.display) > 0) {
+    for (int taken = 0; taken < kMostEvents && !IsLost() && XPending(own.display) > 0; ++taken) {
         XEvent event;
         XNextEvent(own.display, &event);
         if (!own.Note(event) || own.corrections >= kMostCorrections)
@@ -30,10 +37,10 @@ bool EditorWindow::Connection::Note(XEvent const& event) {
     case ConfigureNotify:
         if (event.xconfigure.window == window)
             return WindowSize{event.xconfigure.width, event.xconfigure.height} != size;
-        NoteContent(event.xconfigure.window, event.xconfigure.width, event.xconfigure.height);
+        contents[event.xconfigure.window] = {event.xconfigure.width, event.xconfigure.height};
         return false;
     case CreateNotify:
-        NoteContent(event.xcreatewindow.window, event.xcreatewindow.width, event.xcreatewindow.height);
+        contents[event.xcreatewindow.window] = {event.xcreatewindow.width, event.xcreatewindow.height};
         return false;
     case ReparentNotify:
         NoteMove(event.xreparent);
@@ -46,11 +53,6 @@ bool EditorWindow::Connection::Note(XEvent const& event) {
     }
 }
 
-void EditorWindow::Connection::NoteContent(Window inside, int width, int height) {
-    content = inside;
-    contentSize = {width, height};
-}
-
 // A window manager puts the own window into a frame; a plug-in may make its window elsewhere first.
 void EditorWindow::Connection::NoteMove(XReparentEvent const& event) {
     if (event.window == window)
@@ -61,14 +63,23 @@ void EditorWindow::Connection::NoteMove(XReparentEvent const& event) {
     }
     XWindowAttributes attributes;
     if (XGetWindowAttributes(display, event.window, &attributes))
-        NoteContent(event.window, attributes.width, attributes.height);
+        contents[event.window] = {attributes.width, attributes.height};
 }
 
 void EditorWindow::Connection::NoteEnd(Window gone) {
     if (gone == window)
         destroyed = true;
-    else if (gone == content)
-        content = 0;
+    else
+        contents.erase(gone);
+}
+
+std::optional<WindowSize> EditorWindow::Connection::FindContentSize() const noexcept {
+    std::optional<WindowSize> largest;
+    for (auto const& [inside, extent] : contents) {
+        if (!largest || GetArea(extent) > GetArea(*largest))
+            largest = extent;
+    }
+    return largest;
 }
 
 } // namespace vynhost

@@ -57,9 +57,6 @@ std::optional<Screenshot> EditorWindow::TakeScreenshot() {
     Connection const& own = *mConnection;
     if (IsLost() || own.destroyed)
         return std::nullopt;
-    XRaiseWindow(own.display, own.window);
-    XSync(own.display, False);
-    Screenshot picture = Screenshot::MakeBlack(own.size.width, own.size.height);
     std::optional<Area> const area = FindVisibleArea(own.display, own.window);
     if (!area)
         return std::nullopt;
@@ -67,6 +64,7 @@ std::optional<Screenshot> EditorWindow::TakeScreenshot() {
                                     static_cast<unsigned>(area->height), AllPlanes, ZPixmap);
     if (!image)
         return std::nullopt;
+    Screenshot picture = Screenshot::MakeBlack(own.size.width, own.size.height);
     CopyPixels(*image, *area, picture);
     XDestroyImage(image);
     return picture;

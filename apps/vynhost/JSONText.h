@@ -12,4 +12,10 @@ inline std::string ToText(nlohmann::ordered_json const& document) {
     return document.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) + '\n';
 }
 
+/// The same in one line.
+/// [any-thread]
+inline std::string ToLine(nlohmann::ordered_json const& document) {
+    return document.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace) + '\n';
+}
+
 } // namespace vynhost

@@ -7,10 +7,16 @@
 
 namespace vynhost {
 
+/// How a failure is reported.
+enum class FailureForm {
+    kText,         ///< one line on standard error
+    kJSONDocument, ///< on standard output, over several lines
+    kJSONLine,     ///< likewise in one, behind others that are written already
+};
+
 /// Runs a command's work, which returns what is to be printed on standard output, prints it, and gives the program's
-/// exit status. A failure is reported in one line on standard error, or with `json` as one document on standard output.
-/// Nothing is thrown: whatever leaves the work is a failure.
+/// exit status. Nothing is thrown: whatever leaves the work is a failure.
 /// [main-thread]
-ExitStatus RunCommand(bool json, std::function<std::string()> const& work) noexcept;
+ExitStatus RunCommand(FailureForm form, std::function<std::string()> const& work) noexcept;
 
 } // namespace vynhost

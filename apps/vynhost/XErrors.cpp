@@ -15,6 +15,7 @@ struct Heard {
     std::function<void()> foreignLoss;
     std::atomic<Display*> own = nullptr;
     std::atomic<bool> ownLost = false;
+    std::atomic<bool> anyLost = false;
     std::atomic<int> count = 0;
     std::mutex mutex;
     std::string first;
@@ -41,6 +42,7 @@ int HearRefusal(Display* display, XErrorEvent* event) {
 
 int HearLoss(Display* display) {
     Heard& heard = GetHeard();
+    heard.anyLost = true;
     if (display == heard.own)
         heard.ownLost = true;
     else if (heard.foreignLoss)
@@ -54,6 +56,7 @@ XErrors::XErrors(std::function<void()> foreignLoss) {
     Heard& heard = GetHeard();
     heard.foreignLoss = std::move(foreignLoss);
     heard.ownLost = false;
+    heard.anyLost = false;
     heard.count = 0;
     heard.first.clear();
     theFormerHandler = XSetErrorHandler(HearRefusal);
@@ -82,6 +85,10 @@ void XErrors::SetOwnConnection(void* display) {
 
 bool XErrors::IsOwnConnectionLost() const noexcept {
     return GetHeard().ownLost;
+}
+
+bool XErrors::IsAnyConnectionLost() const noexcept {
+    return GetHeard().anyLost;
 }
 
 int XErrors::GetCount() const noexcept {

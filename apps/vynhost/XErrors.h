@@ -7,7 +7,8 @@ namespace vynhost {
 
 /// Keeps the process alive through what goes wrong between anybody in it and an X server: the window system's library
 /// ends the process otherwise, and plug-ins err. Plug-ins share the library, each with a connection of its own, so this
-/// hears of all of them. At most one object at a time; it outlives all connections, those of plug-ins included.
+/// hears of all of them. At most one object at a time; it outlives all connections, those of plug-ins included,
+/// which some close only when their modules are unloaded.
 ///
 /// A request that the server refuses is counted, and the first is kept as a text. A connection that breaks can't be
 /// used again: the host's own is marked as lost and its calls come back empty; nobody can say that of a plug-in's.
@@ -34,6 +35,10 @@ public:
     /// Whether the host's own connection is broken.
     /// [main-thread]
     bool IsOwnConnectionLost() const noexcept;
+
+    /// Whether any connection is broken.
+    /// [any-thread]
+    bool IsAnyConnectionLost() const noexcept;
 
     /// How many requests were refused so far.
     /// [any-thread]

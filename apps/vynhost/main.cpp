@@ -22,7 +22,7 @@
 namespace {
 
 using vynhost::CommandError;
-using vynhost::ExitStatus;
+using vynhost::FailureForm;
 using vynhost::PluginRequest;
 
 // A command that tells something of a plug-in, and the text that it gives.
@@ -47,8 +47,14 @@ void DeclareQuery(CLI::App& app, Query const& query, PluginRequest& request) {
 }
 
 // A command line that can't be understood still tells in which form its error is wanted.
-bool WantsJSON(std::span<char*> arguments) {
-    return std::ranges::any_of(arguments, [](std::string_view argument) { return argument == "--json"; });
+FailureForm FindFailureForm(std::span<char*> arguments) {
+    auto const isGiven = [&](std::string_view sought) {
+        return std::ranges::any_of(arguments, [&](std::string_view argument) { return argument == sought; });
+    };
+    if (!isGiven("--json"))
+        return FailureForm::kText;
+    bool const edits = arguments.size() > 1 && arguments[1] == std::string_view("edit");
+    return edits ? FailureForm::kJSONLine : FailureForm::kJSONDocument;
 }
 
 // Asking for help or for the version ends parsing too; everything else that ends it is wrong usage.
@@ -98,6 +104,6 @@ std::string Run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
     os::PrepareConsole();
-    bool const json = WantsJSON(std::span(argv, static_cast<std::size_t>(argc)));
-    return static_cast<int>(vynhost::RunCommand(json, [&] { return Run(argc, argv); }));
+    FailureForm const form = FindFailureForm(std::span(argv, static_cast<std::size_t>(argc)));
+    return static_cast<int>(vynhost::RunCommand(form, [&] { return Run(argc, argv); }));
 }

@@ -46,40 +46,41 @@ constexpr char kDoneFrame = 9;
 constexpr char const* kOthers = R"(<proplist version="1"><int key="num_plugin_infos">1</int><list key="plugin_info0">
     <text key="locator">3:/other.vst3</text><int key="type">3</int><bool key="enabled">true</bool></list></proplist>)";
 
-std::atomic<bool> theEndOfTheLoop{false}; ///< nobody sets it
+// Each module does one deed of all these.
+[[maybe_unused]] std::atomic<bool> theEndOfTheLoop{false}; ///< nobody sets it
 
-[[noreturn]] void Crash() {
+[[maybe_unused, noreturn]] void Crash() {
     std::raise(SIGSEGV);
     std::abort();
 }
 
-int FillStack(int depth) {
+[[maybe_unused]] int FillStack(int depth) {
     char volatile frame[4096];
     frame[0] = 1;
     return depth == 0 ? 0 : FillStack(depth - 1) + frame[0];
 }
 
-[[noreturn]] void FillMemory() {
+[[maybe_unused, noreturn]] void FillMemory() {
     constexpr std::size_t kPiece = std::size_t{16} << 20;
     while (true)
         std::memset(std::malloc(kPiece), 1, kPiece);
 }
 
-void Print(std::size_t bytes) {
+[[maybe_unused]] void Print(std::size_t bytes) {
     std::vector<char> const text(65536, 'x');
     for (std::size_t printed = 0; printed < bytes; printed += text.size())
         if (::write(STDOUT_FILENO, text.data(), text.size()) < 0)
             return;
 }
 
-void StartProcess(bool returns) {
+[[maybe_unused]] void StartProcess(bool returns) {
     if (::fork() != 0 || returns)
         return;
     std::this_thread::sleep_for(kForEver);
     std::_Exit(0);
 }
 
-void LeakDescriptors() {
+[[maybe_unused]] void LeakDescriptors() {
     constexpr rlim_t kLimit = 64;
     rlimit limit{};
     ::getrlimit(RLIMIT_NOFILE, &limit);
@@ -90,7 +91,7 @@ void LeakDescriptors() {
 }
 
 /// What the host's child says to its parent, as if it were the child.
-void Speak(std::string const& bytes) {
+[[maybe_unused]] void Speak(std::string const& bytes) {
     constexpr int kMostDescriptors = 64;
     for (int descriptor = STDERR_FILENO + 1; descriptor < kMostDescriptors; ++descriptor) {
         struct stat status {};
@@ -101,7 +102,7 @@ void Speak(std::string const& bytes) {
     }
 }
 
-std::string Frame(char kind, std::string const& text) {
+[[maybe_unused]] std::string Frame(char kind, std::string const& text) {
     std::string frame;
     for (int place = 0; place < 4; ++place)
         frame += static_cast<char>((text.size() >> (8 * place)) & 0xFF);
