@@ -15,7 +15,10 @@ namespace {
 using Stream = os::ChildProcess::Stream;
 
 constexpr double kNanosPerSecond = 1e9;
-constexpr std::uint64_t kPatienceNanos = 30'000'000'000;
+
+std::uint64_t FindDeadline(double seconds) {
+    return os::GetMonotonicNanos() + static_cast<std::uint64_t>(seconds * kNanosPerSecond);
+}
 
 std::vector<std::string> MakeArguments(std::string const& home, std::string const& display,
                                        std::vector<std::string> const& arguments) {
@@ -32,7 +35,7 @@ EditProcess::EditProcess(std::string const& display, std::vector<std::string> co
     : mProcess("/usr/bin/env", MakeArguments(mHome.Path(), display, arguments)) {}
 
 nlohmann::json EditProcess::Await(std::string const& key, double seconds) {
-    std::uint64_t const deadline = os::GetMonotonicNanos() + static_cast<std::uint64_t>(seconds * kNanosPerSecond);
+    std::uint64_t const deadline = FindDeadline(seconds);
     do {
         while (std::optional<nlohmann::json> const line = TakeLine()) {
             if (line->contains(key))
@@ -59,12 +62,25 @@ bool EditProcess::ReadMore(std::uint64_t deadlineNanos) {
     return mProcess.Read(Stream::kOutput, mText, kMostBytes);
 }
 
+bool EditProcess::AwaitErrors(std::string const& text) {
+    constexpr std::size_t kMostBytes = 65536;
+    constexpr double kPatienceSeconds = 30.0;
+    std::uint64_t const deadline = FindDeadline(kPatienceSeconds);
+    std::string errors;
+    while (errors.find(text) == std::string::npos) {
+        os::WaitForDescriptors(std::array{mProcess.GetDescriptor(Stream::kErrors)}, deadline);
+        if (!mProcess.Read(Stream::kErrors, errors, kMostBytes) || os::GetMonotonicNanos() >= deadline)
+            break;
+    }
+    return errors.find(text) != std::string::npos;
+}
+
 void EditProcess::Signal(int number) const {
     ::syscall(SYS_pidfd_send_signal, mProcess.GetEndDescriptor(), number, nullptr, 0);
 }
 
-int EditProcess::AwaitEnd() {
-    os::WaitForDescriptors(std::array{mProcess.GetEndDescriptor()}, os::GetMonotonicNanos() + kPatienceNanos);
+int EditProcess::AwaitEnd(double seconds) {
+    os::WaitForDescriptors(std::array{mProcess.GetEndDescriptor()}, FindDeadline(seconds));
     auto const end = mProcess.TakeEnd();
     if (!end)
         return -1;

@@ -25,13 +25,18 @@ public:
     /// [main-thread]
     nlohmann::json Await(std::string const& key, double seconds = 30.0);
 
+    /// Waits for a text in what the program, or a module in it, writes to standard error. False when it doesn't come.
+    /// [main-thread]
+    bool AwaitErrors(std::string const& text);
+
     /// Sends a signal, such as SIGINT for Ctrl-C.
     /// [main-thread]
     void Signal(int number) const;
 
-    /// Waits for the exit status; 128 and the signal's number when a signal ended the process, -1 when nothing did.
+    /// Waits for the exit status; 128 and the signal's number when a signal ended the process, -1 when nothing did
+    /// within the time.
     /// [main-thread]
-    int AwaitEnd();
+    int AwaitEnd(double seconds = 30.0);
 
 private:
     std::optional<nlohmann::json> TakeLine();

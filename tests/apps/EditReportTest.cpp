@@ -3,9 +3,12 @@
 #include "vynaudiofilterhost/AudioFilter.h"
 #include "vynaudiofilterhost/GenericParameterInfo.h"
 
+#include "os/Clock.h"
+
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <sstream>
 #include <thread>
 
@@ -79,6 +82,61 @@ TEST_F(EditReportTest, ProgramGetsBothEndsAndTheLastValueOfEachTurn) {
     EXPECT_EQ(edits[3].at("gesture"), "end");
     EXPECT_EQ(edits[3].at("value"), 0.5);
     EXPECT_EQ(edits[4].at("name"), "parameter 1");
+}
+
+TEST_F(EditReportTest, GesturesThatFollowEachOtherAtOnceAreOne) {
+    EditReport report(*mFilter, true);
+    auto const drag = [&] {
+        mFilter->BeginEditing(0);
+        mFilter->Edit(0, 0.25F);
+        mFilter->EndEditing(0);
+    };
+    auto const count = [](std::string const& text) { return std::count(text.begin(), text.end(), '\n'); };
+    std::string const whole = OutputOf([&] {
+        for (int i = 0; i < 1000; ++i)
+            drag();
+        report.WriteEdits();
+    });
+    EXPECT_EQ(count(whole), 3);
+    mFilter->BeginEditing(0);
+    EXPECT_EQ(count(OutputOf([&] { report.WriteEdits(); })), 1);
+    // The gesture that is told as open stays so.
+    std::string const continued = OutputOf([&] {
+        mFilter->EndEditing(0);
+        drag();
+        mFilter->BeginEditing(0);
+        report.WriteEdits();
+    });
+    EXPECT_EQ(count(continued), 1);
+    EXPECT_EQ(nlohmann::json::parse(continued).at("edit").at("gesture"), nullptr);
+}
+
+TEST_F(EditReportTest, VeryManyParametersAreHeardQuicklyAndWrittenInTurns) {
+    constexpr int kMany = 300'000;
+    EditReport report(*mFilter, true);
+    std::uint64_t const start = os::GetMonotonicNanos();
+    for (int index = 0; index < kMany; ++index)
+        mFilter->Edit(index, 0.5F);
+    EXPECT_LT(os::GetMonotonicNanos() - start, 4'000'000'000U);
+    std::string const first = OutputOf([&] { report.WriteEdits(); });
+    EXPECT_LT(std::count(first.begin(), first.end(), '\n'), kMany);
+    EXPECT_TRUE(first.starts_with(R"({"edit":{"index":0,)")) << first.substr(0, 80);
+}
+
+TEST_F(EditReportTest, TurnsLeaveNothingOutAndKeepTheOrder) {
+    constexpr int kSome = 2000;
+    EditReport report(*mFilter, true);
+    for (int index = 0; index < kSome; ++index)
+        mFilter->Edit(index, 0.5F);
+    std::string const out = OutputOf([&] {
+        report.WriteEdits();
+        report.WriteAllEdits();
+    });
+    std::istringstream lines(out);
+    int count = 0;
+    for (std::string line; std::getline(lines, line); ++count)
+        ASSERT_EQ(nlohmann::json::parse(line).at("edit").at("index"), count);
+    EXPECT_EQ(count, kSome);
 }
 
 TEST_F(EditReportTest, EveryLineIsOneAndSaysWhatItIs) {

@@ -148,6 +148,30 @@ TEST_F(EditWindowTest, SizeThatNoWindowHasLeavesTheWindowOrTakesThatOfThePlugins
     EXPECT_EQ(Size(), (WindowSize{222, 111}));
 }
 
+TEST_F(EditWindowTest, OfSeveralWindowsInsideTheLargestCounts) {
+    EditFrame frame(*mWindow, *mFilter, mFilter->editor);
+    frame.Open();
+    auto const tip = mEditor->client.MakeChild(Handle(), {20, 10}, 0);
+    mWindow->HandleEvents();
+    EXPECT_EQ(mWindow->GetContentSize(), (WindowSize{320, 200}));
+    mEditor->client.Resize(tip, {400, 300});
+    mWindow->HandleEvents();
+    EXPECT_EQ(mWindow->GetContentSize(), (WindowSize{400, 300}));
+    mEditor->client.Destroy(tip);
+    mWindow->HandleEvents();
+    EXPECT_EQ(mWindow->GetContentSize(), (WindowSize{320, 200}));
+}
+
+TEST_F(EditWindowTest, ConnectionThatBreaksOnAThreadOfThePluginsEndsTheLoop) {
+    EditFrame frame(*mWindow, *mFilter, mFilter->editor);
+    frame.Open();
+    mEachTurn = [&] { std::thread([&] { mEditor->client.Break(); }).join(); };
+    EXPECT_EQ(RunLoop(frame), EditEnd::kDisplayLost);
+    EXPECT_EQ(mForeignLosses, 1);
+    EXPECT_EQ(mTurns, 1);
+    EXPECT_FALSE(mWindow->IsLost());
+}
+
 TEST_F(EditWindowTest, EditorThatRefusesTheWindowIsSeen) {
     mEditor->opens = false;
     EditFrame frame(*mWindow, *mFilter, mFilter->editor);

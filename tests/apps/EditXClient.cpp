@@ -1,6 +1,7 @@
 #include "apps/EditXClient.h"
 
 #include <stdexcept>
+#include <sys/socket.h>
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
 
@@ -91,6 +92,11 @@ void EditXClient::SendClose(Window window) {
 
 void EditXClient::Err() {
     XMapWindow(mConnection->display, 1);
+    XSync(mConnection->display, False);
+}
+
+void EditXClient::Break() {
+    ::shutdown(ConnectionNumber(mConnection->display), SHUT_RDWR);
     XSync(mConnection->display, False);
 }
 

@@ -54,6 +54,10 @@ public:
     /// [main-thread]
     void Err();
 
+    /// Breaks the connection, and finds out.
+    /// [any-thread]
+    void Break();
+
     /// Puts the handlers of the whole process back to those that end it.
     /// [main-thread]
     static void ForgetHandlers();

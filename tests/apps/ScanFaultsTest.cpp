@@ -79,7 +79,8 @@ TEST_F(ScanFaultsTest, MoreChildrenThanTheMachineHasRoomForAreNotMade) {
         Add("good", std::to_string(number));
     ProgramResult const result = Run({"scan", "--jobs", "24", "--json"}, "ulimit -n 64;");
     EXPECT_EQ(result.status, 0) << result.err;
-    for (json const& row : json::parse(result.out).at("modules"))
+    json const document = json::parse(result.out);
+    for (json const& row : document.at("modules"))
         EXPECT_EQ(row.at("verdict"), "filed") << row;
 }
 

@@ -1,0 +1,142 @@
+// A VST 2.x effect whose editor does what the environment variable TROUBLE says. With nothing said it shows a window
+// and is well-behaved.
+
+#include "vynaudiofilterhost/VST/src/AEffect.h"
+
+#include <array>
+#include <atomic>
+#include <cstdlib>
+#include <cstring>
+#include <iostream>
+#include <string_view>
+#include <sys/socket.h>
+#include <thread>
+#include <unistd.h>
+#include <X11/Xlib.h>
+
+using namespace vynaudiofilterhost::vst;
+
+namespace {
+
+constexpr int kParameters = 10;
+constexpr int kIdlesBefore = 5;
+
+struct Rectangle {
+    std::int16_t top = 0;
+    std::int16_t left = 0;
+    std::int16_t bottom = 200;
+    std::int16_t right = 300;
+};
+
+AEffect theEffect{};
+AudioMasterFunction theHost = nullptr;
+Rectangle theRectangle;
+std::array<float, kParameters> theValues{};
+Display* theDisplay = nullptr;
+Window theParent = 0;
+Window theWindow = 0;
+int theIdles = 0;
+std::atomic<bool> theEnd = false;
+std::thread theFlood;
+
+bool IsAsked(std::string_view trouble) {
+    char const* const asked = std::getenv("TROUBLE");
+    return asked && trouble == asked;
+}
+
+// Says so on standard error, where the host has sent what modules print.
+void HangFor(std::string_view trouble) {
+    if (!IsAsked(trouble))
+        return;
+    std::cerr << "hangs" << std::endl;
+    while (true)
+        ::pause();
+}
+
+void FloodGestures() {
+    for (int i = 0; !theEnd; i = (i + 1) % kParameters) {
+        theHost(&theEffect, audioMasterBeginEdit, i, 0, nullptr, 0.0F);
+        theHost(&theEffect, audioMasterAutomate, i, 0, nullptr, 0.5F);
+        theHost(&theEffect, audioMasterEndEdit, i, 0, nullptr, 0.0F);
+    }
+}
+
+void Open(void* parent) {
+    theDisplay = XOpenDisplay(nullptr);
+    theParent = reinterpret_cast<Window>(parent);
+    theWindow = XCreateSimpleWindow(theDisplay, theParent, 0, 0, 300, 200, 0, 0, 0xFF0000);
+    XMapWindow(theDisplay, theWindow);
+    XSync(theDisplay, False);
+    if (IsAsked("flood"))
+        theFlood = std::thread(FloodGestures);
+}
+
+void Close() {
+    HangFor("hang when closed");
+    theEnd = true;
+    if (theFlood.joinable())
+        theFlood.join();
+    XCloseDisplay(theDisplay);
+}
+
+void Idle() {
+    if (++theIdles != kIdlesBefore)
+        return;
+    HangFor("hang");
+    if (IsAsked("break on a thread")) {
+        std::thread([] {
+            ::shutdown(ConnectionNumber(theDisplay), SHUT_RDWR);
+            XSync(theDisplay, False);
+        }).detach();
+    }
+    if (IsAsked("hide")) {
+        XUnmapWindow(theDisplay, theParent);
+        XSync(theDisplay, False);
+    }
+    if (IsAsked("grow"))
+        theHost(&theEffect, audioMasterSizeWindow, 8193, 100, nullptr, 0.0F);
+}
+
+std::intptr_t Dispatch(AEffect*, std::int32_t opcode, std::int32_t, std::intptr_t, void* data, float) {
+    switch (opcode) {
+    case effEditGetRect:
+        *static_cast<Rectangle**>(data) = &theRectangle;
+        return 1;
+    case effEditOpen:
+        Open(data);
+        return 1;
+    case effEditClose:
+        Close();
+        return 0;
+    case effEditIdle:
+        Idle();
+        return 0;
+    default:
+        return 0;
+    }
+}
+
+void Process(AEffect*, float** in, float** out, std::int32_t frames) {
+    for (int channel = 0; channel < 2; ++channel)
+        std::memcpy(out[channel], in[channel], static_cast<std::size_t>(frames) * sizeof(float));
+}
+
+} // namespace
+
+extern "C" __attribute__((visibility("default"))) AEffect* VSTPluginMain(AudioMasterFunction host) {
+    HangFor("hang when loaded");
+    theHost = host;
+    theEffect.magic = kEffectMagic;
+    theEffect.dispatcher = Dispatch;
+    theEffect.setParameter = [](AEffect*, std::int32_t index, float value) {
+        theValues[static_cast<std::size_t>(index)] = value;
+    };
+    theEffect.getParameter = [](AEffect*, std::int32_t index) { return theValues[static_cast<std::size_t>(index)]; };
+    theEffect.processReplacing = Process;
+    theEffect.numParams = kParameters;
+    theEffect.numInputs = 2;
+    theEffect.numOutputs = 2;
+    theEffect.flags = effFlagsHasEditor | effFlagsCanReplacing;
+    theEffect.uniqueID = 0x54726F75;
+    return &theEffect;
+}
