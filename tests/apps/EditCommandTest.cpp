@@ -193,6 +193,10 @@ TEST_F(EditCommandTest, FailuresSayWhatIsMissing) {
         EXPECT_EQ(result.status, one.status) << result.err;
         EXPECT_THAT(result.err, HasSubstr(one.saying));
         EXPECT_EQ(result.out, "");
+        arguments.push_back("--json");
+        std::string const line = RunVynhost(arguments, one.shell).out;
+        EXPECT_EQ(line.find('\n') + 1, line.size()) << line;
+        EXPECT_TRUE(json::parse(line, nullptr, false).contains("error")) << line;
     }
 }
 

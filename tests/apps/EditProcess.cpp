@@ -36,13 +36,16 @@ EditProcess::EditProcess(std::string const& display, std::vector<std::string> co
 
 nlohmann::json EditProcess::Await(std::string const& key, double seconds) {
     std::uint64_t const deadline = FindDeadline(seconds);
-    do {
+    bool goesOn = true;
+    while (true) {
         while (std::optional<nlohmann::json> const line = TakeLine()) {
             if (line->contains(key))
                 return line->at(key);
         }
-    } while (ReadMore(deadline));
-    return nullptr;
+        if (!goesOn)
+            return nullptr;
+        goesOn = ReadMore(deadline);
+    }
 }
 
 std::optional<nlohmann::json> EditProcess::TakeLine() {

@@ -66,12 +66,21 @@ TEST_F(EditTroubleTest, StateIsSavedWhenAPluginsOwnConnectionBreaksOnAThreadOfIt
     EXPECT_TRUE(TakeState());
 }
 
-TEST_F(EditTroubleTest, GesturesWithoutEndNeitherHoldUpTheEndNorFillTheOutput) {
+TEST_F(EditTroubleTest, GesturesThatNeverCeaseDontHoldUpTheEnd) {
     ScopedVariable const variable("TROUBLE", "flood");
     EditProcess editing(mDisplay.GetName(), {VYNHOST_TROUBLE_EFFECT, "--save-state", mState});
     ASSERT_FALSE(editing.Await("edit").is_null());
     editing.Signal(SIGINT);
     EXPECT_FALSE(editing.Await("state").is_null());
+    EXPECT_EQ(editing.AwaitEnd(), 0);
+    EXPECT_TRUE(TakeState());
+}
+
+TEST_F(EditTroubleTest, ConnectionThatBreaksWhenTheModuleIsUnloadedIsNoFailure) {
+    ScopedVariable const variable("TROUBLE", "break when unloaded");
+    EditProcess editing(mDisplay.GetName(), {VYNHOST_TROUBLE_EFFECT, "--save-state", mState});
+    ASSERT_FALSE(editing.Await("opened").is_null());
+    editing.Signal(SIGINT);
     EXPECT_EQ(editing.AwaitEnd(), 0);
     EXPECT_TRUE(TakeState());
 }

@@ -54,8 +54,8 @@ public:
     /// [main-thread]
     void Err();
 
-    /// Breaks the connection, and finds out.
-    /// [any-thread]
+    /// Breaks the connection, and finds out. The thread is the one that ends it as well: others would wait for ever.
+    /// [main-thread]
     void Break();
 
     /// Puts the handlers of the whole process back to those that end it.

@@ -76,19 +76,28 @@ void Close() {
     theEnd = true;
     if (theFlood.joinable())
         theFlood.join();
-    XCloseDisplay(theDisplay);
+    if (!IsAsked("break when unloaded"))
+        XCloseDisplay(theDisplay);
 }
+
+void Break() {
+    ::shutdown(ConnectionNumber(theDisplay), SHUT_RDWR);
+    XSync(theDisplay, False);
+}
+
+struct Unloading {
+    ~Unloading() {
+        if (IsAsked("break when unloaded"))
+            Break();
+    }
+} const theUnloading;
 
 void Idle() {
     if (++theIdles != kIdlesBefore)
         return;
     HangFor("hang");
-    if (IsAsked("break on a thread")) {
-        std::thread([] {
-            ::shutdown(ConnectionNumber(theDisplay), SHUT_RDWR);
-            XSync(theDisplay, False);
-        }).detach();
-    }
+    if (IsAsked("break on a thread"))
+        std::thread(Break).detach();
     if (IsAsked("hide")) {
         XUnmapWindow(theDisplay, theParent);
         XSync(theDisplay, False);
