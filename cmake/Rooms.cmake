@@ -27,5 +27,6 @@ function(vyn_add_test name)
   add_executable(${name} ${TEST_SOURCES})
   target_link_libraries(${name} PRIVATE
     vyn_warnings vyn_includes vyn_all_objects vyn_test_support GTest::gmock_main ${TEST_USES})
+  vyn_set_sanitizer_options(${name})
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300 ENVIRONMENT "${TEST_ENVIRONMENT}")
 endfunction()

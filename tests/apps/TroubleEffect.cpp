@@ -31,7 +31,7 @@ struct Rectangle {
 AEffect theEffect{};
 AudioMasterFunction theHost = nullptr;
 Rectangle theRectangle;
-std::array<float, kParameters> theValues{};
+std::array<std::atomic<float>, kParameters> theValues{}; ///< set on any thread
 Display* theDisplay = nullptr;
 Window theParent = 0;
 Window theWindow = 0;
@@ -140,7 +140,9 @@ extern "C" __attribute__((visibility("default"))) AEffect* VSTPluginMain(AudioMa
     theEffect.setParameter = [](AEffect*, std::int32_t index, float value) {
         theValues[static_cast<std::size_t>(index)] = value;
     };
-    theEffect.getParameter = [](AEffect*, std::int32_t index) { return theValues[static_cast<std::size_t>(index)]; };
+    theEffect.getParameter = [](AEffect*, std::int32_t index) {
+        return theValues[static_cast<std::size_t>(index)].load();
+    };
     theEffect.processReplacing = Process;
     theEffect.numParams = kParameters;
     theEffect.numInputs = 2;

@@ -47,7 +47,7 @@ constexpr char const* kOthers = R"(<proplist version="1"><int key="num_plugin_in
     <text key="locator">3:/other.vst3</text><int key="type">3</int><bool key="enabled">true</bool></list></proplist>)";
 
 // Each module does one deed of all these.
-[[maybe_unused]] std::atomic<bool> theEndOfTheLoop{false}; ///< nobody sets it
+[[maybe_unused]] std::atomic<bool> volatile theEndOfTheLoop{false}; ///< nobody sets it
 
 [[maybe_unused, noreturn]] void Crash() {
     std::raise(SIGSEGV);
