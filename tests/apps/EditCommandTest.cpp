@@ -1,6 +1,7 @@
 // `vynhost edit` as a program, with real plug-ins on a display without a screen.
 
 #include "apps/EditProcess.h"
+#include "apps/PictureColours.h"
 #include "apps/VynhostFixture.h"
 #include "support/ScopedVariable.h"
 #include "support/VirtualDisplay.h"
@@ -11,8 +12,6 @@
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
-#include <png.h>
-#include <set>
 
 #include "apps/EditXClient.h"
 
@@ -41,19 +40,6 @@ Knob const kVSTKnob{kVST, "MVerb-vst", 73, 50, "Mix"};
 std::string ReadFile(fs::path const& path) {
     std::ifstream file(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
-}
-
-// Of a PNG file; 0 when it is none.
-std::size_t CountColours(std::string const& path) {
-    png_image image{};
-    image.version = PNG_IMAGE_VERSION;
-    if (!png_image_begin_read_from_file(&image, path.c_str()))
-        return 0;
-    image.format = PNG_FORMAT_RGBA;
-    std::vector<unsigned> pixels(PNG_IMAGE_SIZE(image) / sizeof(unsigned));
-    if (!png_image_finish_read(&image, nullptr, pixels.data(), 0, nullptr))
-        return 0;
-    return std::set<unsigned>(pixels.begin(), pixels.end()).size();
 }
 
 class EditCommandTest : public testing::Test {

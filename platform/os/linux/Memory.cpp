@@ -8,7 +8,6 @@
 #include <fcntl.h>
 #include <malloc.h>
 #include <string_view>
-#include <sys/mman.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -57,18 +56,9 @@ void LimitOwnMemory(std::size_t bytes) noexcept {
 // The block's place is at the end of the heap, where pieces are cut from once it is free again.
 void ExpectMemory(std::size_t bytes) noexcept {
     constexpr int kMost = 1 << 30;
-    bytes = std::min<std::size_t>(bytes, kMost / 2);
     ::mallopt(M_MMAP_THRESHOLD, kMost);
     ::mallopt(M_TRIM_THRESHOLD, kMost);
-    void* const block = std::malloc(bytes);
-    if (!block)
-        return;
-    auto const start = reinterpret_cast<std::uintptr_t>(block);
-    std::uintptr_t const page = GetPageSize();
-    std::uintptr_t const first = (start + page - 1) / page * page;
-    if (std::uintptr_t const last = (start + bytes) / page * page; last > first)
-        ::madvise(reinterpret_cast<void*>(first), last - first, MADV_HUGEPAGE);
-    std::free(block);
+    ::mallopt(M_TOP_PAD, static_cast<int>(std::min<std::size_t>(bytes, kMost / 2)));
 }
 
 } // namespace os
