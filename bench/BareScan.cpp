@@ -1,7 +1,6 @@
 #include "BareScan.h"
 
-#include "os/ModuleLoader.h"
-#include "vyncore/strings/StringUtils.h"
+#include "OpenEachModule.h"
 
 #include "pluginterfaces/base/ipluginbase.h"
 #include "pluginterfaces/vst/ivstaudioprocessor.h"
@@ -71,16 +70,7 @@ int ScanModule(HINSTANCE__* module) {
 } // namespace
 
 int ScanBare(std::vector<std::string> const& modules) {
-    int made = 0;
-    for (std::string const& path : modules) {
-        std::string reason;
-        HINSTANCE__* const module = os::OpenModule(vyncore::string::UTF8to16(path), reason);
-        if (!module)
-            continue;
-        made += ScanModule(module);
-        os::CloseModule(module);
-    }
-    return made;
+    return OpenEachModule(modules, ScanModule);
 }
 
 } // namespace vynbench

@@ -1,8 +1,7 @@
 #include "BareVSTScan.h"
 
-#include "os/ModuleLoader.h"
+#include "OpenEachModule.h"
 #include "vynaudiofilterhost/VST/src/AEffect.h"
-#include "vyncore/strings/StringUtils.h"
 
 namespace vynbench {
 
@@ -34,16 +33,7 @@ int ScanModule(HINSTANCE__* module) {
 } // namespace
 
 int ScanBareVST(std::vector<std::string> const& modules) {
-    int made = 0;
-    for (std::string const& path : modules) {
-        std::string reason;
-        HINSTANCE__* const module = os::OpenModule(vyncore::string::UTF8to16(path), reason);
-        if (!module)
-            continue;
-        made += ScanModule(module);
-        os::CloseModule(module);
-    }
-    return made;
+    return OpenEachModule(modules, ScanModule);
 }
 
 } // namespace vynbench

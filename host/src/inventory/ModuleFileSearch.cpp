@@ -3,11 +3,13 @@
 #include "os/BundleFolder.h"
 #include "os/FileSystem.h"
 #include "vyncore/filesupport/File.h"
+#include "vyncore/strings/ASCIICase.h"
 
 #include <algorithm>
 #include <filesystem>
 #include <optional>
 #include <set>
+#include <string_view>
 #include <utility>
 
 namespace vynaudiofilterhost {
@@ -18,14 +20,9 @@ using vyncore::UString;
 
 namespace {
 
-char16_t Folded(char16_t unit) {
-    return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit + (u'a' - u'A')) : unit;
-}
-
-bool EndsIn(UString const& path, UString const& extension) {
+bool EndsIn(std::u16string_view path, std::u16string_view extension) {
     return path.size() >= extension.size() &&
-           std::equal(extension.rbegin(), extension.rend(), path.rbegin(),
-                      [](char16_t left, char16_t right) { return Folded(left) == Folded(right); });
+           vyncore::string::EqualsInASCIICase(path.substr(path.size() - extension.size()), extension);
 }
 
 class Walk {

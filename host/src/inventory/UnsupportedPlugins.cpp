@@ -1,5 +1,7 @@
 #include "vynaudiofilterhost/inventory/UnsupportedPlugins.h"
 
+#include "vyncore/strings/ASCIICase.h"
+
 #include <algorithm>
 
 namespace vynaudiofilterhost {
@@ -9,10 +11,8 @@ using vyncore::UString;
 namespace {
 
 UString Lower(UString text) {
-    for (char16_t& unit : text) {
-        if (unit >= u'A' && unit <= u'Z')
-            unit = static_cast<char16_t>(unit - u'A' + u'a');
-    }
+    for (char16_t& unit : text)
+        unit = vyncore::string::LowerASCII(unit);
     return text;
 }
 

@@ -131,8 +131,8 @@ void VSTAudioFilter::Resume() {
     Dispatch(effMainsChanged, 0, 1, nullptr, 0.0f);
     Dispatch(effStartProcess, 0, 0, nullptr, 0.0f);
     mTimeInfo.ResetPosition();
-    // Some effects know their channels only now.
-    if (wasSuspended)
+    // Some effects know their channels only now. Until then their blocks were silent.
+    if (wasSuspended && !HasChannels())
         AllocateChannels();
 }
 

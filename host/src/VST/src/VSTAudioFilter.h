@@ -126,6 +126,10 @@ private:
     void ProcessEvents() noexcept;
     bool FitChannels(float**& in, float**& out, int numSamples) noexcept;
     void AllocateChannels();
+    bool HasChannels() const noexcept;
+    bool DoBusesCover(int inputs, int outputs) const noexcept;
+    int ShownInputs() const noexcept { return mMonoExpansion ? 2 : mFilterInputs; }
+    int ShownOutputs() const noexcept { return mMonoExpansion ? 2 : mFilterOutputs; }
 
     // Host callback.
     std::intptr_t AudioMasterCallback(std::int32_t opcode, std::int32_t index, std::intptr_t value, void* ptr,

@@ -11,12 +11,19 @@ int VSTAudioFilter::GetInitialDelay() const {
 void VSTAudioFilter::AllocateChannels() {
     CountChannels();
     mSpareOutput.resize(mMonoExpansion ? static_cast<std::size_t>(std::max(GetBlockSize(), 0)) : 0);
-    int const shownInputs = mMonoExpansion ? 2 : mFilterInputs;
-    int const shownOutputs = mMonoExpansion ? 2 : mFilterOutputs;
-    if (InputCount() > shownInputs || OutputCount() > shownOutputs)
-        mChannels.Allocate(std::max(InputCount(), shownInputs), std::max(OutputCount(), shownOutputs), GetBlockSize());
+    if (InputCount() > ShownInputs() || OutputCount() > ShownOutputs())
+        mChannels.Allocate(std::max(InputCount(), ShownInputs()), std::max(OutputCount(), ShownOutputs()),
+                           GetBlockSize());
     else
         mChannels.Free();
+}
+
+bool VSTAudioFilter::DoBusesCover(int inputs, int outputs) const noexcept {
+    return inputs <= ShownInputs() && outputs <= ShownOutputs();
+}
+
+bool VSTAudioFilter::HasChannels() const noexcept {
+    return DoBusesCover(InputCount(), OutputCount()) || mChannels.Holds(InputCount(), OutputCount(), GetBlockSize());
 }
 
 void VSTAudioFilter::Process(float** in, float** out, int numSamples, ChannelFlags, ChannelFlags& outFlags) {
@@ -63,18 +70,16 @@ void VSTAudioFilter::ProcessEvents() noexcept {
 
 // As a rule the filter has a pointer for every channel of the effect. An effect may say at any time that it has more.
 bool VSTAudioFilter::FitChannels(float**& in, float**& out, int numSamples) noexcept {
-    int const shownInputs = mMonoExpansion ? 2 : mFilterInputs;
-    int const shownOutputs = mMonoExpansion ? 2 : mFilterOutputs;
     int const inputs = GetEffect()->numInputs;
     int const outputs = GetEffect()->numOutputs;
     if (mMonoExpansion && static_cast<std::size_t>(std::max(numSamples, 0)) > mSpareOutput.size())
         return false;
-    if (inputs <= shownInputs && outputs <= shownOutputs)
+    if (DoBusesCover(inputs, outputs))
         return true;
     if (!mChannels.Holds(inputs, outputs, numSamples))
         return false;
-    in = mChannels.Inputs(in, shownInputs, numSamples);
-    out = mChannels.Outputs(out, shownOutputs);
+    in = mChannels.Inputs(in, ShownInputs(), numSamples);
+    out = mChannels.Outputs(out, ShownOutputs());
     return true;
 }
 

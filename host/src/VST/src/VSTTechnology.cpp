@@ -12,6 +12,7 @@
 #include "vynaudiofilterhost/VST/src/VSTScanContext.h"
 #include "vyncore/debug/Trace.h"
 #include "vyncore/filesupport/CompareFileNames.h"
+#include "vyncore/strings/ASCIICase.h"
 
 #include <algorithm>
 
@@ -36,15 +37,6 @@ struct RegisterVSTTechnology {
             [](UString const& path) { return GetVSTPathDisplayString(path); }, kUsesDirectories));
     }
 } theRegistration;
-
-char16_t FoldedLetter(char16_t unit) {
-    return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit + (u'a' - u'A')) : unit;
-}
-
-bool EqualsFolded(UString const& left, UString const& right) {
-    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                      [](char16_t one, char16_t other) { return FoldedLetter(one) == FoldedLetter(other); });
-}
 
 bool HoldsFile(std::vector<UString> const& paths, UString const& path) {
     return std::any_of(paths.begin(), paths.end(), [&path](UString const& known) {
@@ -95,8 +87,9 @@ std::vector<UString> GetDefaultVSTDirectories() {
     }
     if (Dir const system(folders.system); system.Exists() && !HoldsFile(directories, system.FullPath()))
         directories.push_back(system.FullPath());
-    bool const listed = std::any_of(directories.begin(), directories.end(),
-                                    [&](UString const& known) { return EqualsFolded(known, folders.own); });
+    bool const listed = std::any_of(directories.begin(), directories.end(), [&](UString const& known) {
+        return vyncore::string::EqualsInASCIICase(known, folders.own);
+    });
     if (!folders.own.empty() && !listed)
         directories.push_back(folders.own);
     return directories;
