@@ -6,6 +6,7 @@
 #include "vynaudiofilterhost/MainThread.h"
 #include "vynaudiofilterhost/VST/src/VSTModuleCache.h"
 #include "vynaudiofilterhost/VST3/src/VST3ModuleCache.h"
+#include "vynscripting/threads/UIThreadCalls.h"
 
 #include <cassert>
 
@@ -24,6 +25,7 @@ bool Initialize(bool synthsEnabled) {
         return true;
     }
     SetMainThreadToCurrentThread();
+    vynscripting::threads::SetUIThreadToCurrentThread();
     AudioFilterDescriptorManager::GetInstance().SetSynthsEnabled(synthsEnabled);
     AudioFilterRegistrar::RegisterDeferredDescriptors();
     console::BuildPrivatePluginConfigCmd::Register();

@@ -6,13 +6,6 @@ namespace {
 
 using namespace vynmediatypes;
 
-std::vector<int> Labels(AudioChannelLayout const& layout) {
-    std::vector<int> labels;
-    for (AudioChannelDescription const channel : layout)
-        labels.push_back(channel.GetLabel());
-    return labels;
-}
-
 AudioChannelLayout Layout(std::vector<int> const& labels) {
     AudioChannelLayout layout;
     for (int const label : labels)
@@ -20,20 +13,16 @@ AudioChannelLayout Layout(std::vector<int> const& labels) {
     return layout;
 }
 
-TEST(AudioBusDescriptionTest, TheThreeCommonBusesHaveTheirLabels) {
+TEST(AudioBusDescriptionTest, CommonBusesHaveTheirLabelsAndAllOfABusCountsForEquality) {
     auto const mono = AudioBusDescription::CreateMono(u"Key", AudioBusDescription::kTypeSideChain);
     EXPECT_EQ(mono.GetName(), u"Key");
     EXPECT_EQ(mono.GetType(), AudioBusDescription::kTypeSideChain);
-    EXPECT_EQ(Labels(mono.GetLayout()), (std::vector{0}));
-    auto const stereo = AudioBusDescription::CreateStereo(u"Main", AudioBusDescription::kTypeMain);
-    EXPECT_EQ(Labels(stereo.GetLayout()), (std::vector{100, 101}));
+    EXPECT_EQ(mono.GetLayout(), Layout({0}));
     auto const surround = AudioBusDescription::CreateSurround51(u"Main", AudioBusDescription::kTypeMain);
-    EXPECT_EQ(Labels(surround.GetLayout()), (std::vector{100, 101, 102, 103, 104, 105}));
+    EXPECT_EQ(surround.GetLayout(), Layout({100, 101, 102, 103, 104, 105}));
     EXPECT_EQ(surround.GetChannelCount(), 6);
-}
-
-TEST(AudioBusDescriptionTest, NameLayoutAndTypeAllCountForEquality) {
     auto const stereo = AudioBusDescription::CreateStereo(u"Main", AudioBusDescription::kTypeMain);
+    EXPECT_EQ(stereo.GetLayout(), Layout({100, 101}));
     AudioBusDescription other = stereo;
     EXPECT_EQ(other, stereo);
     other.SetType(AudioBusDescription::kTypeSideChain);

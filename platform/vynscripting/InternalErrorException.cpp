@@ -1,0 +1,12 @@
+#include "vynscripting/InternalErrorException.h"
+
+namespace vynscripting {
+
+InternalErrorException::InternalErrorException() = default;
+InternalErrorException::~InternalErrorException() = default;
+
+char const* InternalErrorException::what() const noexcept {
+    return "internal error";
+}
+
+} // namespace vynscripting
