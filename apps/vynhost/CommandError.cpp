@@ -21,4 +21,10 @@ CommandError CommandError::OfPlugin(std::string name, std::string text) {
     return {ExitStatus::kPluginRefused, Subject::kPlugin, std::move(name), std::move(text)};
 }
 
+CommandError CommandError::WithTrace(std::vector<std::string> lines) const {
+    CommandError error = *this;
+    error.mTrace = std::move(lines);
+    return error;
+}
+
 } // namespace vynhost

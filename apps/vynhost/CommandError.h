@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace vynhost {
 
@@ -36,6 +37,10 @@ public:
     /// [any-thread]
     static CommandError OfPlugin(std::string name, std::string text);
 
+    /// The same failure with lines that tell more of it, for a person.
+    /// [any-thread]
+    CommandError WithTrace(std::vector<std::string> lines) const;
+
     /// [any-thread]
     ExitStatus GetStatus() const noexcept { return mStatus; }
 
@@ -45,10 +50,20 @@ public:
     /// [any-thread]
     std::string const& GetName() const noexcept { return mName; }
 
+    /// [any-thread]
+    std::vector<std::string> const& GetTrace() const noexcept { return mTrace; }
+
 private:
     ExitStatus mStatus;
     Subject mSubject;
     std::string mName;
+    std::vector<std::string> mTrace;
+};
+
+/// Thrown by a command that has its report to be printed as always, and yet has not ended well. A plain record.
+struct FailedReport {
+    std::string text;
+    ExitStatus status = ExitStatus::kWorkFailed;
 };
 
 } // namespace vynhost

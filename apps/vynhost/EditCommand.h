@@ -12,6 +12,7 @@ struct EditRequest {
     std::optional<std::string> statePath = {};     ///< of the state that the plug-in starts with
     std::optional<std::string> saveStatePath = {}; ///< of the state that it ends with
     std::optional<std::string> playPath = {};      ///< of what is played through the plug-in
+    bool guarded = true;                           ///< silences blocks of it that must not be heard
     std::optional<std::string> screenshotPath = {};
     double afterSeconds = 1.0; ///< that the screenshot is taken; the command ends with it
     bool json = false;

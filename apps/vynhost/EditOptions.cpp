@@ -24,6 +24,9 @@ void DeclareEdit(CLI::App& app, vynhost::EditRequest& request) {
         ->required();
     edit.add_option("--play", request.playPath, "Audio or MIDI file to play through the plug-in meanwhile, over JACK")
         ->type_name("FILE");
+    edit.add_flag_callback(
+        "--no-guard", [&] { request.guarded = false; },
+        "Play blocks with sound that is no number or beyond +60 dB, which are silenced otherwise");
     edit.add_option("--state", request.statePath, "State that the plug-in starts with")->type_name("FILE");
     edit.add_option("--save-state", request.saveStatePath, "File for the state that it ends with, as --state takes it")
         ->type_name("FILE");

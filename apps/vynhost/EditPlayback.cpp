@@ -1,6 +1,7 @@
 #include "vynhost/EditPlayback.h"
 
 #include "vynhost/ChannelFit.h"
+#include "vynhost/GuardNotes.h"
 #include "vynhost/JackPlayer.h"
 #include "vynhost/PlaybackRenderer.h"
 
@@ -22,8 +23,10 @@ constexpr char const* kWithoutSound = "editing without sound";
 
 } // namespace
 
-EditPlayback::EditPlayback(vynaudiofilterhost::AudioFilter& filter, std::string const& path)
+EditPlayback::EditPlayback(vynaudiofilterhost::AudioFilter& filter, std::string const& path, bool guarded)
     : mFilter(filter), mSource(path) {
+    if (guarded)
+        mGuard.emplace();
     if (mSource.GetSong() && !mFilter.IsMusicDevice())
         throw std::runtime_error("is no instrument: it plays no MIDI file");
 }
@@ -56,7 +59,8 @@ bool EditPlayback::OpenPlayer() {
 
 void EditPlayback::StartSound() {
     mSource.Prepare(mPlayer->GetSampleRate());
-    mRenderer = std::make_unique<PlaybackRenderer>(mFilter, mSource, mPlayer->GetBlockSize(), mPosition);
+    mRenderer = std::make_unique<PlaybackRenderer>(mFilter, mSource, mPlayer->GetBlockSize(), mPosition,
+                                                   mGuard ? &*mGuard : nullptr);
     mStartedNanos = os::GetMonotonicNanos();
     for (std::string& note : mRenderer->Describe())
         Note(std::move(note));
@@ -87,10 +91,18 @@ void EditPlayback::Stop() noexcept {
     mPlayer.reset();
 }
 
+void EditPlayback::Finish() {
+    Stop();
+    if (!mGuard)
+        return;
+    for (std::string& note : DescribeGuard(mGuard->GetReport()))
+        Note(std::move(note));
+}
+
 void EditPlayback::Attend() {
     if (!mRenderer)
         return;
-    if (mRenderer->GetSilencedCount() > 0)
+    if (mGuard && mGuard->GetReport().silenced > 0)
         Note("the plug-in gives sound that is no number or beyond +60 dB: it is silenced");
     if (mPlayer->HasEnded()) {
         Stop();

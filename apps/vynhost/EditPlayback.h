@@ -1,9 +1,11 @@
 #pragma once
 
+#include "guard/OutputGuard.h"
 #include "vynhost/PlaybackSource.h"
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -27,9 +29,10 @@ class EditPlayback {
 public:
     /// @param filter  new and suspended
     /// @param path    of an audio file, or for an instrument of a MIDI file
+    /// @param guarded whether an OutputGuard stands behind the filter
     /// Throws CommandError for the file, and std::runtime_error for a MIDI file and a filter that is no instrument.
     /// [main-thread & suspended]
-    EditPlayback(vynaudiofilterhost::AudioFilter& filter, std::string const& path);
+    EditPlayback(vynaudiofilterhost::AudioFilter& filter, std::string const& path, bool guarded = true);
     EditPlayback(EditPlayback const&) = delete;
     EditPlayback& operator=(EditPlayback const&) = delete;
     /// [main-thread]
@@ -43,6 +46,10 @@ public:
     /// Silence, and the filter is suspended. May be called at any time.
     /// [main-thread]
     void Stop() noexcept;
+
+    /// Stops for good, and notes what the guard had to do.
+    /// [main-thread]
+    void Finish();
 
     /// To be called often. Starts anew, from where it is, when the server's block size has changed, or the filter's
     /// buses or latency; comes to rest when the server has gone.
@@ -65,6 +72,7 @@ private:
 
     vynaudiofilterhost::AudioFilter& mFilter;
     PlaybackSource mSource;
+    std::optional<vynguard::OutputGuard> mGuard;
     std::unique_ptr<JackPlayer> mPlayer;         ///< null without a server
     std::unique_ptr<PlaybackRenderer> mRenderer; ///< null while the filter is suspended
     std::int64_t mPosition = 0;                  ///< where the last renderer stopped

@@ -113,7 +113,7 @@ void EditSession::Prepare() {
     }
     if (!mRequest.playPath)
         return;
-    mPlayback.emplace(*mFilter, *mRequest.playPath);
+    mPlayback.emplace(*mFilter, *mRequest.playPath, mRequest.guarded);
     mPlayback->Start();
     if (state && !mFilter->IsSuspended())
         state->Load(*mFilter);
@@ -157,10 +157,14 @@ void EditSession::Attend() {
     mReport.WriteEdits();
     if (mPlayback) {
         mPlayback->Attend();
-        for (std::string const& note : mPlayback->TakeNotes())
-            mReport.TellNote(note);
+        TellPlayback();
     }
     TellTroubles();
+}
+
+void EditSession::TellPlayback() {
+    for (std::string const& note : mPlayback->TakeNotes())
+        mReport.TellNote(note);
 }
 
 void EditSession::TellTroubles() {
@@ -189,8 +193,10 @@ void EditSession::WritePicture() {
 }
 
 void EditSession::SaveState() {
-    if (mPlayback)
-        mPlayback->Stop();
+    if (mPlayback) {
+        mPlayback->Finish();
+        TellPlayback();
+    }
     if (!mSavedState)
         return;
     mSavedState->Save();

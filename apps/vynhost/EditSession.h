@@ -56,6 +56,7 @@ private:
     void WritePicture();
     std::optional<std::uint64_t> FindDeadline() const;
     void Attend();
+    void TellPlayback();
     void TellTroubles();
     void SaveState();
 

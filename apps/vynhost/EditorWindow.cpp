@@ -5,6 +5,7 @@
 #include "vynhost/XErrors.h"
 
 #include <array>
+#include <bit>
 #include <X11/Xatom.h>
 #include <X11/Xutil.h>
 
@@ -119,7 +120,7 @@ void EditorWindow::Raise() {
 }
 
 void* EditorWindow::GetHandle() const noexcept {
-    return reinterpret_cast<void*>(mConnection->window);
+    return std::bit_cast<void*>(mConnection->window);
 }
 
 std::intptr_t EditorWindow::GetDescriptor() const noexcept {

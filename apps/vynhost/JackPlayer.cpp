@@ -48,7 +48,7 @@ struct JackPlayer::Callbacks {
     static void Ended(jack_status_t, char const*, void* player) { Self(player).mHasEnded = true; }
 };
 
-void JackPlayer::Close::operator()(_jack_client* client) const noexcept {
+void JackPlayer::Close::operator()(jack_client_t* client) const noexcept {
     jack_client_close(client);
 }
 

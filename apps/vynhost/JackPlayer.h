@@ -1,13 +1,12 @@
 #pragma once
 
+#include <jack/types.h>
+
 #include <atomic>
 #include <functional>
 #include <memory>
 #include <string>
 #include <vector>
-
-struct _jack_client;
-struct _jack_port;
 
 namespace vynhost {
 
@@ -65,7 +64,7 @@ public:
 
 private:
     struct Close {
-        void operator()(_jack_client* client) const noexcept;
+        void operator()(jack_client_t* client) const noexcept;
     };
     struct Callbacks;
 
@@ -81,7 +80,7 @@ private:
 
     // Changed only while the server's thread isn't inside.
     Render mRender;
-    std::vector<_jack_port*> mPorts;
+    std::vector<jack_port_t*> mPorts;
     std::vector<float*> mBuffers;
     int mStartedRate = 0;
     int mStartedBlockSize = 0;
@@ -89,7 +88,7 @@ private:
     int mConnectedChannels = 0;
     bool mIsActive = false;
 
-    std::unique_ptr<_jack_client, Close> mClient;
+    std::unique_ptr<jack_client_t, Close> mClient;
 };
 
 } // namespace vynhost

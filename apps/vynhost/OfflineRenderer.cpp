@@ -60,6 +60,8 @@ void OfflineRenderer::SetUpFilter() {
     mFilter.SetRenderingContext(vynaudiofilterhost::kRenderingContextOffline);
     mFilter.SetSampleRate(static_cast<float>(mSetup.sampleRate));
     mFilter.SetBlockSize(mSetup.blockSize);
+    if (mSetup.guarded)
+        mGuard.emplace();
     mTrack.emplace(mFilter, mSetup.track);
     mFilterInputs = mFilter.GetNumberOfInputChannels();
     mFilterOutputs = mFilter.GetNumberOfOutputChannels();
@@ -113,6 +115,8 @@ RenderOutcome OfflineRenderer::Run(Source const& source, Sink const& sink) {
         std::ranges::for_each(mTrack->Describe(), [this](std::string const& note) { Note(note); });
     mOutcome.latency = mSetup.latency.value_or(mDelayAround);
     mProcessingTime = {};
+    if (mSetup.guarded)
+        mGuard.emplace();
     while (mPosition < GetEnd()) {
         int const samples = StartBlock();
         bool const sounding = ReadBlock(source, samples) || mMidi.HasSent();
@@ -188,7 +192,14 @@ void OfflineRenderer::ProcessBlock(int samples) {
     mTransport.SetPosition(mPosition);
     mFilter.SetCurrentOffset(mPosition);
     mSilentOutputs.ClearAll();
+    if (mGuard)
+        mGuard->Run(mOutputs->GetPointers(), mOutputs->GetChannelCount(), samples, mSilentOutputs,
+                    [&] { CallFilter(samples); });
+    else
+        CallFilter(samples);
+}
 
+void OfflineRenderer::CallFilter(int samples) {
     auto const start = std::chrono::steady_clock::now();
     mFilter.ProcessWithMapping(mInputs->GetPointers(), mOutputs->GetPointers(), samples,
                                vynaudiofilterhost::ChannelFlags(), mSilentOutputs);
@@ -260,6 +271,8 @@ RenderOutcome OfflineRenderer::Conclude() {
     double const seconds = std::max(std::chrono::duration<double>(mProcessingTime).count(), 1e-9);
     mOutcome.timesRealTime = static_cast<double>(mPosition) / mSetup.sampleRate / seconds;
     mOutcome.tail = mTail.value_or(0);
+    if (mGuard)
+        mOutcome.guard = mGuard->GetReport();
     return std::move(mOutcome);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "guard/OutputGuard.h"
 #include "vynhost/AutomationPlayer.h"
 #include "vynhost/ChannelBuffers.h"
 #include "vynhost/FilterStep.h"
@@ -40,6 +41,8 @@ struct RenderSetup {
     std::optional<std::int64_t> tail = {};
     /// False when the source's main channels are silent ones that stand for nothing.
     bool hasInput = true;
+    /// Whether an OutputGuard stands behind the filter.
+    bool guarded = false;
 };
 
 /// What became of it.
@@ -49,9 +52,10 @@ struct RenderOutcome {
     int latencyAfterwards = 0; ///< what the filter says when it is asked anew after the work
     /// By how many samples channels that go around the filter come too late; negative: too early. 0 without such.
     int lateness = 0;
-    std::int64_t tail = 0;          ///< in samples, rendered behind the source's end
-    double timesRealTime = 0.0;     ///< of the time inside the filter alone
-    std::vector<std::string> notes; ///< for the user
+    std::int64_t tail = 0;                              ///< in samples, rendered behind the source's end
+    double timesRealTime = 0.0;                         ///< of the time inside the filter alone
+    std::optional<vynguard::OutputGuard::Report> guard; ///< of the source's blocks; empty without
+    std::vector<std::string> notes;                     ///< for the user
 };
 
 /// Sends audio through a filter, as fast as it goes and block by block, so that memory doesn't grow with the length. It
@@ -109,6 +113,7 @@ private:
     int StartBlock();
     bool ReadBlock(Source const& source, int samples);
     void ProcessBlock(int samples);
+    void CallFilter(int samples);
     bool TidyOutput(int samples);
     void Deliver(Sink const& sink, int samples);
     void CheckBuses() const;
@@ -120,6 +125,7 @@ private:
     RenderSetup mSetup;
     RenderTransport mTransport;
     MidiPlayer mMidi;
+    std::optional<vynguard::OutputGuard> mGuard;
     std::optional<Track> mTrack;
     int mBlockSize = 0;
     int mFilterInputs = 0;  ///< channels, all buses together

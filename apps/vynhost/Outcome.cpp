@@ -26,6 +26,8 @@ ExitStatus ReportFailure(CommandError const& error, FailureForm form) {
     } else {
         std::string const name = error.GetName().empty() ? "\"\"" : error.GetName();
         PrintError(error.GetSubject() == CommandError::Subject::kNone ? error.what() : name + ": " + error.what());
+        for (std::string const& line : error.GetTrace())
+            std::fprintf(stderr, "    %s\n", OnOneLine(line).c_str());
     }
     return error.GetStatus();
 }
@@ -36,6 +38,8 @@ ExitStatus RunReported(FailureForm form, std::function<std::string()> const& wor
             return ExitStatus::kSuccess;
         PrintError("the result could not be written to standard output");
         return ExitStatus::kWorkFailed;
+    } catch (FailedReport const& report) {
+        return os::WriteOutput(report.text) ? report.status : ExitStatus::kWorkFailed;
     } catch (CommandError const& error) {
         return ReportFailure(error, form);
     } catch (std::exception const& error) {

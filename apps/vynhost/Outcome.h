@@ -9,7 +9,7 @@ namespace vynhost {
 
 /// How a failure is reported.
 enum class FailureForm {
-    kText,         ///< one line on standard error
+    kText,         ///< on standard error: one line, and what tells more of it below
     kJSONDocument, ///< on standard output, over several lines
     kJSONLine,     ///< likewise in one, behind others that are written already
 };

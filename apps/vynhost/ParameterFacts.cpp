@@ -17,6 +17,8 @@ std::optional<std::uint32_t> FindID(AudioFilterParameterInfo const& info) {
     return identity ? std::optional(identity->GetParameterID()) : std::nullopt;
 }
 
+} // namespace
+
 ParameterFacts GatherParameter(AudioFilter& filter, int index) {
     ParameterFacts facts;
     facts.index = index;
@@ -36,8 +38,6 @@ ParameterFacts GatherParameter(AudioFilter& filter, int index) {
     facts.automatable = info->CanBeAutomated();
     return facts;
 }
-
-} // namespace
 
 std::vector<ParameterFacts> GatherParameters(AudioFilter& filter) {
     std::vector<ParameterFacts> parameters;

@@ -27,6 +27,11 @@ struct ParameterFacts {
     bool automatable = true;
 };
 
+/// Asks a filter for one of its parameters. Throws what the plug-in throws.
+/// @param index  of a parameter that it has
+/// [main-thread & suspended]
+ParameterFacts GatherParameter(vynaudiofilterhost::AudioFilter& filter, int index);
+
 /// Asks a filter for all its parameters, in their order. Throws what the plug-in throws.
 /// [main-thread & suspended]
 std::vector<ParameterFacts> GatherParameters(vynaudiofilterhost::AudioFilter& filter);

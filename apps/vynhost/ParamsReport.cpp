@@ -9,12 +9,6 @@ namespace vynhost {
 
 namespace {
 
-std::string ValueText(ParameterFacts const& facts) {
-    std::string const text = facts.text.empty() ? WriteNumber(WidenNumber(facts.display)) : facts.text;
-    // Many plug-ins put the unit into the text as well.
-    return facts.label.empty() || text.ends_with(facts.label) ? text : text + ' ' + facts.label;
-}
-
 std::string RemarkText(ParameterFacts const& facts) {
     if (!facts.exposed)
         return facts.automatable ? "hidden" : "internal";
@@ -22,6 +16,12 @@ std::string RemarkText(ParameterFacts const& facts) {
 }
 
 } // namespace
+
+std::string ValueText(ParameterFacts const& facts) {
+    std::string const text = facts.text.empty() ? WriteNumber(WidenNumber(facts.display)) : facts.text;
+    // Many plug-ins put the unit into the text as well.
+    return facts.label.empty() || text.ends_with(facts.label) ? text : text + ' ' + facts.label;
+}
 
 std::string FormatJSON(std::vector<ParameterFacts> const& parameters) {
     auto list = nlohmann::ordered_json::array();

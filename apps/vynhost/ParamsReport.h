@@ -16,4 +16,8 @@ std::string FormatJSON(std::vector<ParameterFacts> const& parameters);
 /// [any-thread]
 std::string FormatTable(std::string const& title, std::vector<ParameterFacts> const& parameters);
 
+/// The parameter's present value as that table has it, with its unit.
+/// [any-thread]
+std::string ValueText(ParameterFacts const& facts);
+
 } // namespace vynhost

@@ -1,12 +1,12 @@
 #include "vynhost/PlaybackRenderer.h"
 
+#include "guard/OutputGuard.h"
 #include "vynhost/PlaybackSource.h"
 #include "vynhost/TrackLayout.h"
 
 #include "vynaudiofilterhost/AudioFilter.h"
 
 #include <algorithm>
-#include <cmath>
 #include <span>
 #include <stdexcept>
 
@@ -26,16 +26,13 @@ vynmediatypes::AudioChannelLayout FindLayout(AudioFilter const& filter, Playback
     return filter.GetOutputBuses()[static_cast<std::size_t>(main.bus)].GetLayout();
 }
 
-bool CanBeHeard(std::span<float const> samples) {
-    // NaN is not within either.
-    return std::ranges::all_of(samples, [](float sample) { return std::abs(sample) <= PlaybackRenderer::kLoudest; });
-}
-
 } // namespace
 
-PlaybackRenderer::PlaybackRenderer(AudioFilter& filter, PlaybackSource& source, int blockSize, std::int64_t position)
+PlaybackRenderer::PlaybackRenderer(AudioFilter& filter, PlaybackSource& source, int blockSize, std::int64_t position,
+                                   vynguard::OutputGuard* guard)
     : mFilter(filter),
       mSource(source),
+      mGuard(guard),
       mTransport(source.GetSampleRate(), source.GetSong()),
       mLength(source.GetLength()),
       mMidi(source.GetSong(), source.GetSampleRate()) {
@@ -135,6 +132,14 @@ void PlaybackRenderer::ProcessBlock(std::int64_t position, int samples) {
     mTransport.SetPosition(position);
     mFilter.SetCurrentOffset(position);
     mSilentOutputs.ClearAll();
+    if (mGuard)
+        mGuard->Run(mOutputs->GetPointers(), mOutputs->GetChannelCount(), samples, mSilentOutputs,
+                    [&] { CallFilter(samples); });
+    else
+        CallFilter(samples);
+}
+
+void PlaybackRenderer::CallFilter(int samples) {
     mFilter.ProcessWithMapping(mInputs->GetPointers(), mOutputs->GetPointers(), samples,
                                vynaudiofilterhost::ChannelFlags(), mSilentOutputs);
 }
@@ -143,14 +148,10 @@ void PlaybackRenderer::Deliver(float* const* channels, int done, int samples) no
     for (int channel = 0; channel < mOutputs->GetChannelCount(); ++channel) {
         std::span<float const> const output = mOutputs->GetChannel(channel, samples);
         float* const target = channels[channel] + done;
-        bool const silent = mSilentOutputs.Test(static_cast<unsigned>(channel));
-        if (!silent && CanBeHeard(output)) {
+        if (mSilentOutputs.Test(static_cast<unsigned>(channel)))
+            std::fill_n(target, samples, 0.0f);
+        else
             std::ranges::copy(output, target);
-            continue;
-        }
-        std::fill_n(target, samples, 0.0f);
-        if (!silent)
-            mSilenced.store(GetSilencedCount() + 1, std::memory_order_relaxed);
     }
 }
 

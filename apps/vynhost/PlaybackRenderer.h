@@ -17,6 +17,10 @@ namespace vynaudiofilterhost {
 class AudioFilter;
 }
 
+namespace vynguard {
+class OutputGuard;
+}
+
 namespace vynhost {
 
 class PlaybackSource;
@@ -26,20 +30,17 @@ class PlaybackSource;
 ///
 /// Life: made over a suspended filter, which it sets up and resumes; Render; its end suspends the filter again. Filter
 /// and source belong to the caller and must outlive it; nobody renders any more when it goes.
-///
-/// Sound that is no number, or beyond kLoudest, never comes out: the channel is silent for that block.
 class PlaybackRenderer {
 public:
-    static constexpr float kLoudest = 1000.0f; ///< +60 dB over full scale
-
     /// @param source     prepared
     /// @param blockSize  most samples that are rendered at a time, at least 1
     /// @param position   to start from, in samples; any that isn't negative
+    /// @param guard      stands behind the filter and must outlive the object; null for none
     /// Throws std::runtime_error when the filter gives no audio, and what the plug-in throws; the filter is suspended
     /// then.
     /// [main-thread & suspended]
     PlaybackRenderer(vynaudiofilterhost::AudioFilter& filter, PlaybackSource& source, int blockSize,
-                     std::int64_t position = 0);
+                     std::int64_t position = 0, vynguard::OutputGuard* guard = nullptr);
     PlaybackRenderer(PlaybackRenderer const&) = delete;
     PlaybackRenderer& operator=(PlaybackRenderer const&) = delete;
     /// [main-thread]
@@ -67,10 +68,6 @@ public:
     /// [any-thread]
     std::int64_t GetPosition() const noexcept { return mPosition.load(std::memory_order_relaxed); }
 
-    /// How many blocks of a channel were silenced.
-    /// [any-thread]
-    std::int64_t GetSilencedCount() const noexcept { return mSilenced.load(std::memory_order_relaxed); }
-
     /// What a user should know about how the source fits the filter.
     /// [main-thread]
     std::vector<std::string> Describe() const;
@@ -81,10 +78,12 @@ private:
     int StartBlock(std::int64_t position, int most);
     void ReadSource(std::int64_t position, int samples);
     void ProcessBlock(std::int64_t position, int samples);
+    void CallFilter(int samples);
     void Deliver(float* const* channels, int done, int samples) noexcept;
 
     vynaudiofilterhost::AudioFilter& mFilter;
     PlaybackSource& mSource;
+    vynguard::OutputGuard* const mGuard;
     PlaybackTransport mTransport;
     std::int64_t const mLength;
     std::optional<Track> mTrack;
@@ -102,7 +101,6 @@ private:
 
     // Written by the process thread.
     std::atomic<std::int64_t> mPosition = 0;
-    std::atomic<std::int64_t> mSilenced = 0;
 };
 
 } // namespace vynhost

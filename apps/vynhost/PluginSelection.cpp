@@ -50,17 +50,24 @@ UString ChooseClass(std::string const& modulePath, ClassIDs const& classIDs, std
 } // namespace
 
 PluginSelection::PluginSelection(std::string const& modulePath, std::string const& classID) : mModulePath(modulePath) {
-    FoundPlugin const found = FindPlugin(modulePath, classID);
+    Open(FindPlugin(modulePath, classID));
+}
+
+PluginSelection::PluginSelection(FoundPlugin const& found) : mModulePath(found.modulePath) {
+    Open(found);
+}
+
+void PluginSelection::Open(FoundPlugin const& found) {
     UString reason;
     mModule = vynaudiofilterhost::OpenPluginModule(vyncore::string::UTF8to16(found.modulePath), reason);
     if (!mModule)
-        throw CommandError::OfPlugin(modulePath, vyncore::string::UTF16to8(reason));
+        throw CommandError::OfPlugin(mModulePath, vyncore::string::UTF16to8(reason));
     ClassIDs classIDs;
     if (!mModule->GetPluginInfo(classIDs) || classIDs.empty()) {
         std::string const refusal = vyncore::string::UTF16to8(mModule->GetRefusalReason());
-        throw CommandError::OfPlugin(modulePath, refusal.empty() ? "holds no audio plug-in" : refusal);
+        throw CommandError::OfPlugin(mModulePath, refusal.empty() ? "holds no audio plug-in" : refusal);
     }
-    mClassID = ChooseClass(modulePath, classIDs, found.classID);
+    mClassID = ChooseClass(mModulePath, classIDs, found.classID);
 }
 
 PluginSelection::~PluginSelection() = default;

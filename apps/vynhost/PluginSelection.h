@@ -14,6 +14,8 @@ class PluginModule;
 
 namespace vynhost {
 
+struct FoundPlugin;
+
 /// One class of one plug-in module, as the user chose it, from which filters are made. It holds the module. It goes
 /// before the Session does. All failures are CommandErrors that name the module.
 class PluginSelection {
@@ -24,6 +26,9 @@ public:
     ///                    the module has only one. An ID that doesn't fit is answered with those that do.
     /// [main-thread]
     PluginSelection(std::string const& modulePath, std::string const& classID);
+    /// Opens the module of a plug-in that was found, be it banned or not.
+    /// [main-thread]
+    explicit PluginSelection(FoundPlugin const& found);
     /// [main-thread]
     ~PluginSelection();
 
@@ -36,6 +41,8 @@ public:
     vynaudiofilterhost::PluginLocator GetLocator() const;
 
 private:
+    void Open(FoundPlugin const& found);
+
     std::string mModulePath;
     boost::intrusive_ptr<vynaudiofilterhost::PluginModule> mModule;
     vyncore::UString mClassID;

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "vynhost/ChannelChoice.h"
+#include "vynhost/FilterStep.h"
 #include "vynhost/ParameterSetting.h"
+#include "vynhost/TrackBasis.h"
 
 #include "vynmediatypes/AudioChannelLayout.h"
 
@@ -29,7 +31,10 @@ struct RenderRequest {
     std::vector<ParameterSetting> settings = {}; ///< come after the preset, in this order
     std::optional<std::string> automationPath = {};
     std::optional<std::string> saveStatePath = {}; ///< of the state with preset and settings
+    bool guarded = true; ///< silences blocks that must not be heard, and restores the floating-point mode
     bool json = false;
+    TrackBasis basis = TrackBasis::kFile; ///< of a filter that was set up before
+    FilterStep settle = {}; ///< done to the filter before anything else, with a block of silence behind it
 };
 
 /// Sends an audio file through a plug-in into a WAV file, or has an instrument play a MIDI file into it, or both, and

@@ -97,5 +97,8 @@ void DeclareRender(CLI::App& app, RenderRequest& request) {
             "--tail", [&](double seconds) { request.tailSeconds = CheckTail(seconds); },
             "Seconds to render behind the end, in place of what the plug-in says of its tail")
         ->type_name("SECONDS");
+    render.add_flag_callback(
+        "--no-guard", [&] { request.guarded = false; },
+        "Keep blocks with sound that is no number or beyond +60 dB, which are silenced otherwise");
     render.add_flag("--json", request.json, "Print the result as one JSON document");
 }

@@ -1,5 +1,6 @@
 #include "vynhost/RenderPass.h"
 
+#include "vynhost/GuardNotes.h"
 #include "vynhost/MainBuses.h"
 #include "vynhost/ProgressLine.h"
 #include "vynhost/TrackLayout.h"
@@ -56,14 +57,17 @@ RenderPass::RenderPass(RenderRequest const& request, RenderScore const& score,
 // An instrument that plays alone hears as many silent channels as it gives.
 TrackRequest RenderPass::MakeTrack() const {
     return {mSource.HasFile() ? LayoutOfFile(mSource.GetFormat()) : GetMainOutputLayout(*mFilter), mRequest.layout,
-            mSource.GetSideChainLayout(), mRequest.channels};
+            mSource.GetSideChainLayout(), mRequest.channels, mRequest.basis};
 }
 
 RenderSetup RenderPass::MakeSetup(MidiSong const& song, std::optional<int> latency) {
     auto const sampleRate = static_cast<double>(mSource.GetFormat().sampleRate);
     RenderSetup setup{MakeTrack(), mSource.GetSampleCount(), sampleRate, mRequest.blockSize, latency};
     setup.hasInput = mSource.HasFile();
+    setup.guarded = mRequest.guarded;
     setup.preparations = std::move(mPlan.preparations);
+    if (mRequest.settle)
+        setup.preparations.push_back(mRequest.settle);
     setup.automation = std::move(mPlan.automation);
     setup.song = mRequest.midiPath ? &song : nullptr;
     if (mRequest.tailSeconds)
@@ -111,6 +115,7 @@ RenderReport RenderPass::Finish() {
     report.latency = mOutcome.latency;
     report.tail = mOutcome.tail;
     report.timesRealTime = mOutcome.timesRealTime;
+    report.guard = mOutcome.guard;
     CollectNotes(report);
     return report;
 }
@@ -119,6 +124,8 @@ void RenderPass::CollectNotes(RenderReport& report) const {
     report.notes = mPlan.notes;
     report.notes.insert(report.notes.end(), mOutcome.notes.begin(), mOutcome.notes.end());
     std::ranges::move(mSource.Describe(), std::back_inserter(report.notes));
+    if (mOutcome.guard)
+        std::ranges::move(DescribeGuard(*mOutcome.guard), std::back_inserter(report.notes));
     if (mMeterOut.GetNonFiniteCount() > 0)
         report.notes.push_back(std::to_string(mMeterOut.GetNonFiniteCount()) +
                                " samples from the plug-in are not finite (NaN or infinite) and were written as 0");

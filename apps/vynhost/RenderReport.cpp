@@ -22,6 +22,12 @@ nlohmann::ordered_json ToJSON(std::optional<double> const& level) {
     return level ? nlohmann::ordered_json(*level) : nlohmann::ordered_json();
 }
 
+nlohmann::ordered_json ToJSON(std::optional<vynguard::OutputGuard::Report> const& guard) {
+    if (!guard)
+        return {};
+    return {{"silenced", guard->silenced}, {"modeRestored", guard->modeRestored}};
+}
+
 } // namespace
 
 std::string FormatJSON(RenderReport const& report) {
@@ -38,6 +44,7 @@ std::string FormatJSON(RenderReport const& report) {
     document["latency"] = report.latency;
     document["tail"] = report.tail;
     document["timesRealTime"] = report.timesRealTime;
+    document["guard"] = ToJSON(report.guard);
     document["notes"] = report.notes;
     return ToText(document);
 }

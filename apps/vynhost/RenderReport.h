@@ -1,5 +1,7 @@
 #pragma once
 
+#include "guard/OutputGuard.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -24,6 +26,7 @@ struct RenderReport {
     int latency = 0;       ///< in samples
     std::int64_t tail = 0; ///< in samples
     double timesRealTime = 0.0;
+    std::optional<vynguard::OutputGuard::Report> guard; ///< empty without a guard
     std::vector<std::string> notes;
 };
 

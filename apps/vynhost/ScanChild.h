@@ -2,8 +2,7 @@
 
 #include "vynhost/ScanFrame.h"
 #include "vynhost/ScanOutcome.h"
-
-#include "os/ChildProcess.h"
+#include "vynhost/WatchedProcess.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -15,11 +14,9 @@ namespace vynhost {
 
 /// How the children of a scan are run.
 struct ScanChildSettings {
-    std::string program;           ///< the one that has kScanWorkerCommand
-    double timeout = 20.0;         ///< in seconds, for each module
-    std::size_t memory = 0;        ///< in bytes, that modules may take; 0 for as much as there is
-    std::size_t output = 16 << 20; ///< in bytes, that a module may print
-    std::size_t answer = 96 << 20; ///< in bytes, that may be told of a module
+    std::string program;     ///< the one that has kScanWorkerCommand
+    WatchLimits limits = {}; ///< for each module
+    std::size_t memory = 0;  ///< in bytes, that modules may take; 0 for as much as there is
 };
 
 /// The parent's side of one child process that opens modules, one after the other. It tells what the child has found
@@ -57,9 +54,9 @@ public:
 
     /// Whether the child can take a module.
     /// [main-thread]
-    bool IsFree() const noexcept { return !mJob && !mIsLeaving && !mEnded && !(mAlone && !mDone.empty()); }
+    bool IsFree() const noexcept { return !mJob && !mIsLeaving && !HasEnded() && !(mAlone && !mDone.empty()); }
     /// [main-thread]
-    bool HasEnded() const noexcept { return mEnded; }
+    bool HasEnded() const noexcept { return mProcess.HasEnded(); }
     /// Whether the child has ever been ready to work.
     /// [main-thread]
     bool WasReady() const noexcept { return mReady; }
@@ -82,10 +79,10 @@ public:
 
     /// Of a child that has ended: whether it did so by itself and in order.
     /// [main-thread]
-    bool EndedWell() const noexcept { return mEnded && mEndedWell; }
+    bool EndedWell() const noexcept { return mProcess.EndedCleanly() && !mBegun; }
     /// Of a child that has ended: whether it was ended for a limit that the module at hand has overstepped.
     /// [main-thread]
-    bool WasStopped() const noexcept { return mStopped; }
+    bool WasStopped() const noexcept { return mProcess.WasStopped(); }
     /// Of a child that has ended: why, for a person; goes on after "it ".
     /// [main-thread]
     std::string const& GetReason() const noexcept { return mReason; }
@@ -95,26 +92,21 @@ public:
 
     /// The descriptors to wait for, appended.
     /// [main-thread]
-    void AddDescriptors(std::vector<std::intptr_t>& descriptors) const;
+    void AddDescriptors(std::vector<std::intptr_t>& descriptors) const { mProcess.AddDescriptors(descriptors); }
     /// The time of os::GetMonotonicNanos at which Advance has something to do in any case; empty for never.
     /// [main-thread]
-    std::optional<std::uint64_t> GetDeadline() const noexcept { return mLingerEnd ? mLingerEnd : mDeadline; }
+    std::optional<std::uint64_t> GetDeadline() const noexcept {
+        return mLingerEnd ? mLingerEnd : mProcess.GetDeadline();
+    }
 
 private:
-    void TakeFrames();
-    void Take(ScanFrame& frame);
+    bool Take(ScanFrame& frame);
     void FinishModule();
-    void SetDeadline();
-    void TakeErrors();
-    void Stop(std::string const& reason);
-    void NoteEnd(os::ProcessEnd const& end);
+    void NoteEnd();
     std::string DescribePhase() const;
-    std::string LastWords() const;
 
-    ScanChildSettings const mSettings;
     bool mAlone;
-    os::ChildProcess mProcess;
-    ScanFrameReader mFrames;
+    WatchedProcess mProcess;
 
     bool mReady = false;
     bool mIsLeaving = false; ///< its input is closed
@@ -123,20 +115,11 @@ private:
     bool mAnswered = false;
     std::string mDetail;
     std::uint64_t mStarted = 0;
-    std::optional<std::uint64_t> mDeadline;
     std::optional<std::uint64_t> mLingerEnd; ///< of a child that is alone, behind its last module
     ScanOutcome mOutcome;
     std::optional<ScanOutcome> mFinished;
     std::vector<std::size_t> mDone;
 
-    bool mIsForged = false; ///< something was told of no module
-    std::size_t mTold = 0;  ///< in bytes, since the module was chosen
-    std::size_t mPrinted = 0;
-    std::string mErrors; ///< the end of what was printed
-
-    bool mEnded = false;
-    bool mEndedWell = false;
-    bool mStopped = false;
     std::string mReason;
 };
 

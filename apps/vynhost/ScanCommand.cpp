@@ -47,7 +47,7 @@ ScanChildSettings MakeSettings(ScanRequest const& request) {
     constexpr std::size_t kMiB = std::size_t{1} << 20;
     std::size_t const memory =
         request.memory > 0 ? static_cast<std::size_t>(request.memory) * kMiB : os::GetMachineMemory() / 2;
-    return {.program = os::GetOwnProgram(), .timeout = request.timeout, .memory = memory};
+    return {.program = os::GetOwnProgram(), .limits = {.timeout = request.timeout}, .memory = memory};
 }
 
 std::size_t CountJobs(ScanRequest const& request) {

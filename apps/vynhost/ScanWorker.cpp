@@ -1,8 +1,9 @@
 #include "vynhost/ScanWorker.h"
 
-#include "vynhost/ScanFrame.h"
+#include "vynhost/ProcessTraces.h"
 #include "vynhost/Session.h"
 #include "vynhost/StoredFiles.h"
+#include "vynhost/WorkerLink.h"
 
 #include "vynaudiofilterhost/catalogue/AudioFilterDescriptorManager.h"
 #include "vynaudiofilterhost/inventory/PluginModuleInfoManager.h"
@@ -10,18 +11,14 @@
 #include "vynaudiofilterhost/OpenPluginModule.h"
 #include "vyncore/strings/StringUtils.h"
 
-#include "os/ChildProcess.h"
-#include "os/Console.h"
 #include "os/Memory.h"
 
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
-#include <chrono>
 #include <cstdlib>
 #include <optional>
 #include <set>
-#include <thread>
 #include <vector>
 
 namespace vynhost {
@@ -37,38 +34,15 @@ using vyncore::string::UTF8to16;
 
 namespace {
 
-/// The child's end of the line to its parent. A module that forks leaves a second process that believes to be the
-/// child: that one says nothing and ends as soon as it gets here.
-class Link {
-public:
-    void Send(ScanFrameKind kind, std::string const& text = {}) const {
-        CheckIdentity();
-        if (!os::WriteOutput(EncodeScanFrame(kind, text)))
-            std::_Exit(EXIT_FAILURE);
-    }
+PluginLocator ReadRequest(std::string const& line) {
+    auto const text = nlohmann::json::parse(line, nullptr, false);
+    PluginLocator locator;
+    if (text.is_string())
+        locator.FromString(UTF8to16(text.get<std::string>()));
+    return locator;
+}
 
-    std::optional<PluginLocator> Receive() const {
-        CheckIdentity();
-        std::string line;
-        if (!os::ReadInputLine(line))
-            return std::nullopt;
-        auto const text = nlohmann::json::parse(line, nullptr, false);
-        PluginLocator locator;
-        if (text.is_string())
-            locator.FromString(UTF8to16(text.get<std::string>()));
-        return locator;
-    }
-
-private:
-    void CheckIdentity() const {
-        if (os::GetProcessNumber() != mProcess)
-            std::_Exit(EXIT_FAILURE);
-    }
-
-    int mProcess = os::GetProcessNumber();
-};
-
-void Scan(PluginLocator const& module, Link const& link) {
+void Scan(PluginLocator const& module, WorkerLink const& link) {
     constexpr bool kOpenShells = true;
     constexpr bool kWithoutInstances = false;
     constexpr bool kInternalFilters = false;
@@ -110,7 +84,7 @@ std::size_t CountClasses(PluginLocator const& locator) {
     return std::set<UString>(ids.begin(), ids.end()).size();
 }
 
-void ReportFiled(PluginLocator const& locator, Link const& link) {
+void ReportFiled(PluginLocator const& locator, WorkerLink const& link) {
     auto const& catalogue = AudioFilterDescriptorManager::GetInstance();
     link.Send(ScanFrameKind::kFiled, PluginModuleInfoManager::GetInstance().GetConfigurationAsXML());
     std::set<UString> filters;
@@ -126,7 +100,7 @@ void ReportFiled(PluginLocator const& locator, Link const& link) {
                   std::to_string(missing) + " of its " + std::to_string(classes) + " plug-ins could not be made");
 }
 
-void ScanOne(PluginLocator const& locator, Link const& link) {
+void ScanOne(PluginLocator const& locator, WorkerLink const& link) {
     // Each module has the library's life to itself: it is unloaded, and what goes wrong then is put to it.
     Session const session;
     auto& inventory = PluginModuleInfoManager::GetInstance();
@@ -144,24 +118,6 @@ void ScanOne(PluginLocator const& locator, Link const& link) {
     }
 }
 
-/// What the process was like before it opened anything. A module that leaves more behind than that may do harm to
-/// those that come after it.
-class Cleanliness {
-public:
-    bool IsKept() const { return !HasMoreThreads() && os::CountDescriptors() == mDescriptors && !os::HasChildren(); }
-
-private:
-    // A thread that has ended is counted for a moment longer.
-    bool HasMoreThreads() const {
-        for (int turn = 0; turn < 5 && os::CountThreads() > mThreads; ++turn)
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
-        return os::CountThreads() > mThreads;
-    }
-
-    int mThreads = os::CountThreads();
-    int mDescriptors = os::CountDescriptors();
-};
-
 } // namespace
 
 std::string MakeScanRequest(std::string const& locator) {
@@ -169,18 +125,17 @@ std::string MakeScanRequest(std::string const& locator) {
 }
 
 void RunScanWorker(ScanWorkerRequest const& request) {
-    os::SetInputAside();
-    Link const link;
+    WorkerLink const link;
     LoadUnsupportedPlugins();
-    Cleanliness const cleanliness;
+    ProcessTraces const traces;
     link.Send(ScanFrameKind::kReady);
-    while (std::optional<PluginLocator> const locator = link.Receive()) {
+    while (std::optional<std::string> const line = link.Receive()) {
         // Anew for each: what others have left behind isn't its fault.
         if (request.memory != 0)
             os::LimitOwnMemory(request.memory);
         link.Send(ScanFrameKind::kBegun);
-        ScanOne(*locator, link);
-        if (!cleanliness.IsKept())
+        ScanOne(ReadRequest(*line), link);
+        if (!traces.IsClean())
             link.Send(ScanFrameKind::kUnfit);
         link.Send(ScanFrameKind::kDone);
         if (PluginModule::IsSystemLoaderBlocked())

@@ -107,7 +107,8 @@ Track::Track(AudioFilter& filter, TrackRequest const& request)
 
 void Track::ChooseLayout(TrackRequest const& request) {
     mLayout = mLayoutIsAsked ? request.layout : request.file;
-    RequestMainBuses(mFilter, mLayout);
+    if (request.basis == TrackBasis::kFile)
+        RequestMainBuses(mFilter, mLayout);
     mMainInput = FindMainInput(mFilter);
     mMainOutput = FindMainOutput(mFilter);
     if (mMainOutput.channels <= 0)
@@ -116,7 +117,23 @@ void Track::ChooseLayout(TrackRequest const& request) {
         mLayout = mFilter.GetOutputBuses()[static_cast<std::size_t>(mMainOutput.bus)].GetLayout();
 }
 
+void Track::CheckMaps() const {
+    int const targets = static_cast<int>(mLayout.size());
+    for (auto const direction : {AudioFilter::kDirectionInput, AudioFilter::kDirectionOutput}) {
+        ChannelMap const map = mFilter.GetChannelMap(direction);
+        for (int channel = 0; channel < map.GetNumberOfChannels(); ++channel) {
+            if (map[channel] >= targets)
+                throw std::runtime_error("a channel map names channel " + std::to_string(map[channel]) +
+                                         " of the track, which has " + CountText(targets) + " counted from 0");
+        }
+    }
+}
+
 void Track::Connect(TrackRequest const& request) {
+    if (request.basis == TrackBasis::kMaps) {
+        CheckMaps();
+        return;
+    }
     int const targets = static_cast<int>(mLayout.size());
     auto const& [inputs, outputs] = request.choice;
     mFilter.SetChannelMap(

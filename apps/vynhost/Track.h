@@ -3,6 +3,7 @@
 #include "vynhost/ChannelChoice.h"
 #include "vynhost/ChannelFit.h"
 #include "vynhost/MainBuses.h"
+#include "vynhost/TrackBasis.h"
 
 #include "vynmediatypes/AudioChannelLayout.h"
 #include "vynmediatypes/ChannelMap.h"
@@ -22,6 +23,7 @@ struct TrackRequest {
     vynmediatypes::AudioChannelLayout layout = {};    ///< of the track; empty: as file and plug-in have it
     vynmediatypes::AudioChannelLayout sideChain = {}; ///< empty without a side chain
     ChannelChoice choice = {};                        ///< what isn't chosen connects by best fit
+    TrackBasis basis = TrackBasis::kFile;             ///< without a layout, a side chain and a choice, if another one
 };
 
 /// The track that a filter sits on: so many main channels, which are heard in the end, with side-chain channels behind
@@ -33,7 +35,7 @@ struct TrackRequest {
 class Track {
 public:
     /// Throws CommandError (wrong usage) when the choice doesn't fit the filter, and std::runtime_error when the filter
-    /// gives no audio, or takes no side chain and there is one.
+    /// gives no audio, takes no side chain and there is one, or keeps maps that lead past the track.
     /// [main-thread & suspended]
     Track(vynaudiofilterhost::AudioFilter& filter, TrackRequest const& request);
 
@@ -70,6 +72,7 @@ private:
 
     void ChooseLayout(TrackRequest const& request);
     void Connect(TrackRequest const& request);
+    void CheckMaps() const;
     vynmediatypes::ChannelMap FitInputs() const;
     vynmediatypes::ChannelMap FitOutputs() const;
     void ConnectSideChain();

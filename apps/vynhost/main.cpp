@@ -1,6 +1,7 @@
 // The command line of vynhost: what is asked, and nothing of how it is done.
 
 #include "vynhost/CommandError.h"
+#include "vynhost/DoctorOptions.h"
 #include "vynhost/EditOptions.h"
 #include "vynhost/InfoCommand.h"
 #include "vynhost/InventoryOptions.h"
@@ -8,6 +9,7 @@
 #include "vynhost/ParamsCommand.h"
 #include "vynhost/PresetsCommand.h"
 #include "vynhost/RenderOptions.h"
+#include "vynhost/ScriptOptions.h"
 
 #include "os/Console.h"
 
@@ -73,7 +75,7 @@ std::string ParseOrPrint(CLI::App& app, int argc, char** argv) {
     return {};
 }
 
-std::string Run(int argc, char** argv) {
+std::string Run(std::span<char*> arguments) {
     CLI::App app("Hosts audio plug-ins on the command line.", "vynhost");
     app.set_version_flag("--version", "vynhost " VYNHOST_VERSION);
     app.require_subcommand(1);
@@ -83,10 +85,17 @@ std::string Run(int argc, char** argv) {
     DeclareEdit(app, edit);
     vynhost::InventoryRequests inventory;
     DeclareInventory(app, inventory);
+    vynhost::DoctorRequests doctor;
+    DeclareDoctor(app, doctor);
+    std::span<char*> const own = vynhost::TakeOwnArguments(arguments);
+    vynhost::ScriptRequest script;
+    for (char const* const argument : arguments.subspan(std::min(own.size() + 1, arguments.size())))
+        script.arguments.emplace_back(argument);
+    DeclareScript(app, script);
     PluginRequest asked;
     for (Query const& query : kQueries)
         DeclareQuery(app, query, asked);
-    std::string const text = ParseOrPrint(app, argc, argv);
+    std::string const text = ParseOrPrint(app, static_cast<int>(own.size()), own.data());
     if (!text.empty())
         return text;
     for (Query const& query : kQueries) {
@@ -95,7 +104,11 @@ std::string Run(int argc, char** argv) {
     }
     if (app.got_subcommand("edit"))
         return vynhost::RunEdit(edit);
+    if (app.got_subcommand("script"))
+        return vynhost::RunScript(script);
     if (auto const printed = RunInventory(app, inventory))
+        return *printed;
+    if (auto const printed = RunDoctorIfAsked(app, doctor))
         return *printed;
     return vynhost::RunRender(render);
 }
@@ -104,6 +117,7 @@ std::string Run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
     os::PrepareConsole();
-    FailureForm const form = FindFailureForm(std::span(argv, static_cast<std::size_t>(argc)));
-    return static_cast<int>(vynhost::RunCommand(form, [&] { return Run(argc, argv); }));
+    std::span<char*> const arguments(argv, static_cast<std::size_t>(argc));
+    FailureForm const form = FindFailureForm(vynhost::TakeOwnArguments(arguments));
+    return static_cast<int>(vynhost::RunCommand(form, [&] { return Run(arguments); }));
 }

@@ -19,6 +19,10 @@ public:
     /// Puts the former handlers back, where nobody has put in others since; the file stays.
     /// [main-thread]
     ~FileRemovalOnSignals();
+
+    /// Removes the file of the object that lives now, for whoever ends the process at once; nothing without one.
+    /// [any-thread]
+    static void RemoveNow() noexcept;
 };
 
 } // namespace os

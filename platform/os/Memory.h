@@ -8,6 +8,10 @@ namespace os {
 /// [any-thread]
 std::size_t GetMachineMemory() noexcept;
 
+/// How many bytes this process has that can be written and are nobody else's; 0 when the system doesn't tell.
+/// [any-thread]
+std::size_t GetOwnMemory() noexcept;
+
 /// From now on, until the next call, this process may have so many bytes more than it has now; whoever asks for more in
 /// it gets none. Code and files that are only read don't count.
 /// [any-thread]

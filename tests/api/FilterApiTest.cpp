@@ -144,15 +144,17 @@ TEST_F(FilterApiTest, AStrangersFilterIsMadeByItsIDs) {
         EXPECT_NE(dynamic_cast<Gain*>(filter.get()), nullptr);
         EXPECT_NE(AudioFilter::Clone(filter), nullptr);
     }
+    EXPECT_TRUE(CurrentThreadIDIsMainThreadID());
     auto const& manager = AudioFilterDescriptorManager::GetInstance();
-    EXPECT_TRUE(std::any_of(manager.InfoBegin(), manager.InfoEnd(),
-                            [](auto const& info) { return info->GetUniqueID() == u"stranger.gain"; }));
+    EXPECT_TRUE(std::any_of(manager.InfoBegin(), manager.InfoEnd(), [](auto const& info) {
+        return info->GetUniqueID() == u"stranger.gain" && info->IsInternal();
+    }));
     EXPECT_TRUE(IsUsingLegacyFilters());
     UseLegacyFilters(false);
     EXPECT_FALSE(IsUsingLegacyFilters());
 }
 
-TEST_F(FilterApiTest, AStrangersModuleStandsInForAPlugin) {
+TEST_F(FilterApiTest, AStrangersModuleEditorAndParameterStandInForThoseOfAPlugin) {
     boost::intrusive_ptr<PluginModule> const module(new StrangersModule);
     EXPECT_FALSE(module->Load());
     EXPECT_NE(module->GetLoadError(), u"");
@@ -165,6 +167,13 @@ TEST_F(FilterApiTest, AStrangersModuleStandsInForAPlugin) {
     auto const filter = module->CreateAudioFilter(ids.at(0));
     EXPECT_NE(dynamic_cast<Gain*>(filter.get()), nullptr);
     EXPECT_EQ(filter->GetID(), u"stranger.gain");
+    UString reason;
+    EXPECT_EQ(OpenPluginModule(u"/no/such/module.vst3", reason), nullptr);
+    EXPECT_NE(reason, u"");
+    boost::intrusive_ptr<AudioFilterEditor> const editor(new StrangersEditor);
+    EXPECT_FALSE(editor->GainFocus(true));
+    boost::intrusive_ptr<AudioFilterParameterInfo> const parameter(new StrangersParameter);
+    EXPECT_EQ(parameter->GetStepCount(), 0);
 }
 
 TEST_F(FilterApiTest, AFilterIsReplacedByAProxyReportedAndScannedFor) {
@@ -178,20 +187,6 @@ TEST_F(FilterApiTest, AFilterIsReplacedByAProxyReportedAndScannedFor) {
     boost::intrusive_ptr<PluginModuleScanner> const scanner(new PluginModuleScanner({}, false, false, false));
     EXPECT_FALSE(scanner->ContinueScan());
     utility::SetPrivatePluginConfigFromFile(u"/no/such/file.xml", u"", u"");
-}
-
-TEST_F(FilterApiTest, TheOtherBasesCanBeDerivedFrom) {
-    boost::intrusive_ptr<AudioFilterEditor> const editor(new StrangersEditor);
-    EXPECT_FALSE(editor->GainFocus(true));
-    boost::intrusive_ptr<AudioFilterParameterInfo> const parameter(new StrangersParameter);
-    EXPECT_EQ(parameter->GetStepCount(), 0);
-    boost::intrusive_ptr<AudioFilterDescriptor> const descriptor(
-        new AudioFilterDescriptor(u"name", 1, {}, u"id", {}, false, true, false));
-    EXPECT_TRUE(descriptor->IsInternal());
-    EXPECT_TRUE(CurrentThreadIDIsMainThreadID());
-    UString reason;
-    EXPECT_EQ(OpenPluginModule(u"/no/such/module.vst3", reason), nullptr);
-    EXPECT_NE(reason, u"");
 }
 
 } // namespace

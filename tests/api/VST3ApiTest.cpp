@@ -15,8 +15,6 @@ using vynaudiofilterhost::vst3::IVST3VirtualAudioFilterProcessor;
 /// As a plug-in writes it.
 class Processor : public IVST3VirtualAudioFilterProcessor {
 public:
-    explicit Processor(int processorsLatency) : latency(processorsLatency) {}
-
     tresult PLUGIN_API queryInterface(TUID const id, void** object) override {
         bool const known = Steinberg::FUnknownPrivate::iidEqual(id, IVST3VirtualAudioFilterProcessor::iid);
         *object = known ? this : nullptr;
@@ -33,21 +31,21 @@ public:
     int GetVirtualLatency() const override { return latency; }
     bool IsOutputRangeReady(std::int64_t, std::int64_t) const override { return true; }
 
-    int latency;
+    int latency = 1;
 };
 
 TEST(VST3ApiTest, APluginBuildsItsVirtualProcessorAgainstTheLibrary) {
     TUID const published = INLINE_UID(0xF83AD871, 0x25F94500, 0x903A25AA, 0x46A3848C);
     EXPECT_TRUE(Steinberg::FUnknownPrivate::iidEqual(IVST3VirtualAudioFilterProcessor::iid, published));
 
-    Processor made(7);
+    Processor made;
+    made.latency = 7;
     Processor const copy(made);
-    Processor moved(std::move(made));
-    Processor assigned(1);
+    Processor moved(std::move(made)), assigned;
     assigned = copy;
-    moved = std::move(assigned);
+    assigned = std::move(moved);
     void* object = nullptr;
-    ASSERT_EQ(moved.queryInterface(published, &object), Steinberg::kResultOk);
+    ASSERT_EQ(assigned.queryInterface(published, &object), Steinberg::kResultOk);
     IVirtualAudioFilterSupport const& support = *static_cast<Processor*>(object);
     EXPECT_EQ(support.GetVirtualLatency(), 7);
 }

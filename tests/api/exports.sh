@@ -8,7 +8,7 @@ nm=${2:-nm}
 
 # What a name begins with: a table, a guard, a thunk or something inside a function, then the name itself.
 kind='(T[VTIS]|TC|GV|GR|Th?n?[0-9]+_|Tv[0-9]+_n?[0-9]+_|Z)*'
-ours="^[A-Za-z] _Z${kind}N[VKrRO]*(18vynaudiofilterhost|7vyncore|13vynmediatypes|13vynaccelerate)"
+ours="^[A-Za-z] _Z${kind}N[VKrRO]*(18vynaudiofilterhost|7vyncore|12vynscripting|13vynmediatypes|13vynaccelerate)"
 standard="^[WVu] _Z${kind}(N[VKrRO]*)?(S[tabdios]|5boost|9__gnu_cxx)"
 
 names=$("$nm" -D --defined-only "$library" | awk '{ print $(NF - 1), $NF }')

@@ -1,3 +1,4 @@
+#include "apps/CommandFailure.h"
 #include "support/TemporaryFolder.h"
 #include "vynhost/AutomationFile.h"
 #include "vynhost/AutomationPlayer.h"
@@ -23,14 +24,7 @@ protected:
     }
 
     std::string FailureOf(std::string const& text) const {
-        try {
-            Read(text);
-        } catch (CommandError const& error) {
-            EXPECT_EQ(error.GetStatus(), ExitStatus::kWorkFailed);
-            EXPECT_EQ(error.GetName(), mPath);
-            return error.what();
-        }
-        return "none";
+        return vyntest::FailureOf([&] { Read(text); });
     }
 
     vyntest::TemporaryFolder mFolder;
@@ -59,7 +53,7 @@ TEST_F(AutomationFileTest, EveryFormGivesTheSameEntries) {
     EXPECT_STREQ(quoted.MakeError(quoted.GetEntries()[1], ExitStatus::kWrongUsage, "x").what(), "line 4: x");
 }
 
-TEST_F(AutomationFileTest, WhatIsNoAutomationIsToldWithItsPlace) {
+TEST_F(AutomationFileTest, WhatIsNoAutomationOrTooMuchIsToldWithItsPlace) {
     std::string const point = "a point is [seconds, parameter, value]";
     for (auto const& [text, failure] : std::vector<std::pair<std::string, std::string>>{
              {"", "is empty"},
@@ -94,21 +88,13 @@ TEST_F(AutomationFileTest, WhatIsNoAutomationIsToldWithItsPlace) {
              {"[[0, \"\xFF\", 1]]", "is no JSON document: "},
              {std::string(1 << 20, '['), "entry 1: " + point},
          })
-        EXPECT_EQ(FailureOf(text).substr(0, failure.size()), failure) << text.substr(0, 80);
-}
-
-TEST_F(AutomationFileTest, TooMuchIsRefused) {
+        EXPECT_EQ(FailureOf(text).substr(0, failure.size() + 2), "1 " + failure) << text.substr(0, 80);
     std::string lines;
     for (int i = 0; i < 1'000'001; ++i)
         lines += "0,0,1\n";
-    EXPECT_EQ(FailureOf(lines), "line 1000001: there are more than 1000000 points");
+    EXPECT_EQ(FailureOf(lines), "1 line 1000001: there are more than 1000000 points");
     std::filesystem::resize_file(mPath, (64U << 20) + 1);
-    try {
-        AutomationFile const large(mPath);
-        ADD_FAILURE();
-    } catch (CommandError const& error) {
-        EXPECT_STREQ(error.what(), "is larger than 64 MiB");
-    }
+    EXPECT_EQ(vyntest::FailureOf([&] { AutomationFile const large(mPath); }), "1 is larger than 64 MiB");
 }
 
 AutomationPoint Point(std::int64_t sample, float normalized) {

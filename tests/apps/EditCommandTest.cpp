@@ -10,8 +10,6 @@
 
 #include <csignal>
 #include <cstdlib>
-#include <fstream>
-#include <iterator>
 
 #include "apps/EditXClient.h"
 
@@ -36,11 +34,6 @@ struct Knob {
 
 Knob const kVST3Knob{kVST3, "ZamComp", 45, 66, "Attack"};
 Knob const kVSTKnob{kVST, "MVerb-vst", 73, 50, "Mix"};
-
-std::string ReadFile(fs::path const& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
 
 class EditCommandTest : public testing::Test {
 protected:
@@ -101,20 +94,18 @@ TEST_F(EditCommandTest, EditsOfRealPluginsAreToldAndTheStateKeepsThem) {
         editing.Signal(SIGTERM);
         EXPECT_EQ(editing.Await("state"), (json{{"path", Path("state.xml")}}));
         EXPECT_EQ(editing.AwaitEnd(), 0);
-        std::string const kept = ReadFile(Path("state.xml"));
+        std::string const kept = ReadText(Path("state.xml"));
 
-        EditProcess untouched(mDisplay.GetName(), {knob.plugin, "--save-state", Path("untouched.xml")});
-        ASSERT_FALSE(untouched.Await("opened").is_null());
-        untouched.Signal(SIGTERM);
-        EXPECT_EQ(untouched.AwaitEnd(), 0);
-        EXPECT_NE(kept, ReadFile(Path("untouched.xml")));
-
-        EditProcess again(mDisplay.GetName(),
-                          {knob.plugin, "--state", Path("state.xml"), "--save-state", Path("again.xml")});
-        ASSERT_FALSE(again.Await("opened").is_null());
-        again.Signal(SIGINT);
-        EXPECT_EQ(again.AwaitEnd(), 0);
-        EXPECT_EQ(kept, ReadFile(Path("again.xml"))) << knob.plugin;
+        for (bool const untouched : {true, false}) {
+            std::vector<std::string> arguments{knob.plugin, "--save-state", Path("again.xml")};
+            if (!untouched)
+                arguments.insert(arguments.end(), {"--state", Path("state.xml")});
+            EditProcess again(mDisplay.GetName(), arguments);
+            ASSERT_FALSE(again.Await("opened").is_null());
+            again.Signal(SIGINT);
+            EXPECT_EQ(again.AwaitEnd(), 0);
+            EXPECT_EQ(kept != ReadText(Path("again.xml")), untouched) << knob.plugin;
+        }
     }
 }
 
@@ -129,15 +120,15 @@ TEST_F(EditCommandTest, PictureOfARealPluginIsNotBlank) {
 }
 
 TEST_F(EditCommandTest, WindowThatIsClosedEndsTheCommandAndAPictureNotTakenIsAFailure) {
-    EditProcess closed(mDisplay.GetName(), {kVST3});
-    ASSERT_FALSE(closed.Await("opened").is_null());
-    Close("ZamComp");
-    EXPECT_EQ(closed.AwaitEnd(), 0);
-
-    EditProcess early(mDisplay.GetName(), {kVST3, "--screenshot", Path("a.png"), "--after", "100"});
-    ASSERT_FALSE(early.Await("opened").is_null());
-    Close("ZamComp");
-    EXPECT_EQ(early.AwaitEnd(), 1);
+    for (std::vector<std::string> const& picture :
+         {std::vector<std::string>{}, {"--screenshot", Path("a.png"), "--after", "100"}}) {
+        std::vector<std::string> arguments{kVST3};
+        arguments.insert(arguments.end(), picture.begin(), picture.end());
+        EditProcess editing(mDisplay.GetName(), arguments);
+        ASSERT_FALSE(editing.Await("opened").is_null());
+        Close("ZamComp");
+        EXPECT_EQ(editing.AwaitEnd(), picture.empty() ? 0 : 1);
+    }
     EXPECT_FALSE(fs::exists(Path("a.png")));
 }
 
@@ -148,7 +139,7 @@ TEST_F(EditCommandTest, DisplayThatGoesAwayIsAFailureAndTheStateIsSaved) {
         ASSERT_FALSE(editing.Await("opened").is_null());
         display.Kill();
         EXPECT_EQ(editing.AwaitEnd(), 1) << knob.plugin;
-        EXPECT_TRUE(ReadFile(Path("state.xml")).starts_with("<?xml")) << knob.plugin;
+        EXPECT_TRUE(ReadText(Path("state.xml")).starts_with("<?xml")) << knob.plugin;
         fs::remove(Path("state.xml"));
     }
 }

@@ -50,7 +50,7 @@ protected:
     fs::path mPictures = mFolder.Path() / "pictures";
 };
 
-TEST_F(EditTroubleTest, StateIsSavedWhenThePictureFails) {
+TEST_F(EditTroubleTest, StateIsSavedWhenThePictureFailsOrAPluginsOwnConnectionBreaksOnAThreadOfItsOwn) {
     fs::create_directory(mPictures);
     std::vector<std::string> const picture{"--screenshot", mPictures / "a.png", "--after", "0.5"};
     EXPECT_THAT(Fail("hide", picture), HasSubstr("gives no picture"));
@@ -59,39 +59,26 @@ TEST_F(EditTroubleTest, StateIsSavedWhenThePictureFails) {
     EXPECT_TRUE(TakeState());
     EXPECT_NE(Fail("", picture, true), "");
     EXPECT_TRUE(TakeState());
-}
-
-TEST_F(EditTroubleTest, StateIsSavedWhenAPluginsOwnConnectionBreaksOnAThreadOfItsOwn) {
     EXPECT_THAT(Fail("break on a thread", {}), HasSubstr("state is saved"));
     EXPECT_TRUE(TakeState());
 }
 
-TEST_F(EditTroubleTest, GesturesThatNeverCeaseDontHoldUpTheEnd) {
-    ScopedVariable const variable("TROUBLE", "flood");
-    EditProcess editing(mDisplay.GetName(), {VYNHOST_TROUBLE_EFFECT, "--save-state", mState});
-    ASSERT_FALSE(editing.Await("edit").is_null());
-    editing.Signal(SIGINT);
-    EXPECT_FALSE(editing.Await("state").is_null());
-    EXPECT_EQ(editing.AwaitEnd(), 0);
-    EXPECT_TRUE(TakeState());
-}
-
-TEST_F(EditTroubleTest, ConnectionThatBreaksWhenTheModuleIsUnloadedIsNoFailure) {
-    ScopedVariable const variable("TROUBLE", "break when unloaded");
-    EditProcess editing(mDisplay.GetName(), {VYNHOST_TROUBLE_EFFECT, "--save-state", mState});
-    ASSERT_FALSE(editing.Await("opened").is_null());
-    editing.Signal(SIGINT);
-    EXPECT_EQ(editing.AwaitEnd(), 0);
-    EXPECT_TRUE(TakeState());
-}
-
-TEST_F(EditTroubleTest, WishesToEndThatComeTogetherAreOne) {
-    EditProcess editing(mDisplay.GetName(), {VYNHOST_TROUBLE_EFFECT, "--save-state", mState});
-    ASSERT_FALSE(editing.Await("opened").is_null());
-    for (int const signal : {SIGHUP, SIGTERM, SIGHUP})
-        editing.Signal(signal);
-    EXPECT_EQ(editing.AwaitEnd(), 0);
-    EXPECT_TRUE(TakeState());
+TEST_F(EditTroubleTest, NeitherGesturesThatNeverCeaseNorManyWishesNorABreakAtTheUnloadingSpoilTheEnd) {
+    struct Case {
+        char const *trouble, *awaited;
+        std::vector<int> signals;
+    };
+    for (Case const& one : {Case{"flood", "edit", {SIGINT}}, Case{"break when unloaded", "opened", {SIGINT}},
+                            Case{"", "opened", {SIGHUP, SIGTERM, SIGHUP}}}) {
+        ScopedVariable const variable("TROUBLE", one.trouble);
+        EditProcess editing(mDisplay.GetName(), {VYNHOST_TROUBLE_EFFECT, "--save-state", mState});
+        ASSERT_FALSE(editing.Await(one.awaited).is_null()) << one.trouble;
+        for (int const signal : one.signals)
+            editing.Signal(signal);
+        EXPECT_FALSE(editing.Await("state").is_null()) << one.trouble;
+        EXPECT_EQ(editing.AwaitEnd(), 0) << one.trouble;
+        EXPECT_TRUE(TakeState()) << one.trouble;
+    }
 }
 
 TEST_F(EditTroubleTest, WishThatIsRepeatedEndsAProgramThatHangs) {

@@ -42,6 +42,11 @@ protected:
         mClient.emplace();
     }
 
+    EditFrame& Open() {
+        EXPECT_EQ(mFrame.emplace(*mWindow, *mFilter, mFilter->editor).Open(), mEditor->opens);
+        return *mFrame;
+    }
+
     EditXClient::Window Handle() const { return EditXClient::FromHandle(mWindow->GetHandle()); }
 
     WindowSize Size() {
@@ -69,6 +74,7 @@ protected:
     std::optional<EditorWindow> mWindow;
     boost::intrusive_ptr<FakeEditedFilter> mFilter;
     FakeEditor* mEditor = nullptr;
+    std::optional<EditFrame> mFrame;
     std::optional<EditXClient> mClient;
 };
 
@@ -93,31 +99,32 @@ TEST_F(EditWindowTest, WindowHasTheSizeThatItIsGivenAndNoOther) {
     EXPECT_EQ(Size(), (WindowSize{301, 200}));
 }
 
-TEST_F(EditWindowTest, WindowFollowsTheSizeThatTheEditorTells) {
+TEST_F(EditWindowTest, WindowFollowsTheSizeThatTheEditorTellsAsLongAsItHoldsIt) {
     mEditor->onOpen = [&] {
         EXPECT_EQ(mClient->GetSize(Handle()), (WindowSize{320, 200})) << "before the editor opens";
         mEditor->bounds = {10, 20, 410, 320};
     };
-    {
-        EditFrame frame(*mWindow, *mFilter, mFilter->editor);
-        EXPECT_TRUE(frame.Open());
-        EXPECT_EQ(Size(), (WindowSize{400, 300})) << "known only once it is open";
-        mEditor->Ask(500, 100);
-        EXPECT_EQ(mClient->GetSize(Handle()), (WindowSize{500, 100})) << "before the plug-in's call returns";
-        std::thread([&] { mEditor->Ask(200, 100); }).join();
-        EXPECT_EQ(Size(), (WindowSize{500, 100}));
-        frame.Follow();
-        EXPECT_EQ(Size(), (WindowSize{200, 100})) << "asked for on another thread";
-        mEditor->bounds = {0, 0, 250, 150};
-        mEditor->client.Resize(mEditor->child, {250, 150});
-        mWindow->HandleEvents();
-        frame.Follow();
-        EXPECT_EQ(Size(), (WindowSize{250, 150})) << "told by the plug-in's own window alone";
-    }
+    EditFrame& frame = Open();
+    EXPECT_EQ(Size(), (WindowSize{400, 300})) << "known only once it is open";
+    mEditor->Ask(500, 100);
+    EXPECT_EQ(mClient->GetSize(Handle()), (WindowSize{500, 100})) << "before the plug-in's call returns";
+    std::thread([&] { mEditor->Ask(200, 100); }).join();
+    EXPECT_EQ(Size(), (WindowSize{500, 100}));
+    frame.Follow();
+    EXPECT_EQ(Size(), (WindowSize{200, 100})) << "asked for on another thread";
+    mEditor->bounds = {0, 0, 250, 150};
+    mEditor->client.Resize(mEditor->child, {250, 150});
+    mWindow->HandleEvents();
+    frame.Follow();
+    EXPECT_EQ(Size(), (WindowSize{250, 150})) << "told by the plug-in's own window alone";
+    mFrame.reset();
     EXPECT_FALSE(mEditor->IsOpen());
     EXPECT_TRUE(mFilter->returned);
     mEditor->Ask(90, 90);
     EXPECT_EQ(Size(), (WindowSize{250, 150}));
+    mEditor->onOpen = nullptr;
+    mEditor->opens = false;
+    Open();
 }
 
 TEST_F(EditWindowTest, SizeThatNoWindowHasLeavesTheWindowOrTakesThatOfThePluginsOwn) {
@@ -125,8 +132,7 @@ TEST_F(EditWindowTest, SizeThatNoWindowHasLeavesTheWindowOrTakesThatOfThePlugins
     constexpr int kMost = std::numeric_limits<int>::max();
     mEditor->bounds = {};
     mEditor->content = {};
-    EditFrame frame(*mWindow, *mFilter, mFilter->editor);
-    EXPECT_TRUE(frame.Open());
+    EditFrame& frame = Open();
     EXPECT_EQ(Size(), (WindowSize{640, 480}));
     for (auto const& absurd : {vyncore::geom::RectT<int>{kLeast, kLeast, kMost, kMost},
                                {100, 100, 50, 50},
@@ -149,8 +155,7 @@ TEST_F(EditWindowTest, SizeThatNoWindowHasLeavesTheWindowOrTakesThatOfThePlugins
 }
 
 TEST_F(EditWindowTest, OfSeveralWindowsInsideTheLargestCounts) {
-    EditFrame frame(*mWindow, *mFilter, mFilter->editor);
-    frame.Open();
+    Open();
     auto const tip = mEditor->client.MakeChild(Handle(), {20, 10}, 0);
     mWindow->HandleEvents();
     EXPECT_EQ(mWindow->GetContentSize(), (WindowSize{320, 200}));
@@ -163,8 +168,7 @@ TEST_F(EditWindowTest, OfSeveralWindowsInsideTheLargestCounts) {
 }
 
 TEST_F(EditWindowTest, ConnectionOfThePluginsThatBreaksEndsTheLoop) {
-    EditFrame frame(*mWindow, *mFilter, mFilter->editor);
-    frame.Open();
+    EditFrame& frame = Open();
     mEachTurn = [&] { mEditor->client.Break(); };
     EXPECT_EQ(RunLoop(frame), EditEnd::kDisplayLost);
     EXPECT_EQ(mForeignLosses, 1);
@@ -172,15 +176,8 @@ TEST_F(EditWindowTest, ConnectionOfThePluginsThatBreaksEndsTheLoop) {
     EXPECT_FALSE(mWindow->IsLost());
 }
 
-TEST_F(EditWindowTest, EditorThatRefusesTheWindowIsSeen) {
-    mEditor->opens = false;
-    EditFrame frame(*mWindow, *mFilter, mFilter->editor);
-    EXPECT_FALSE(frame.Open());
-}
-
 TEST_F(EditWindowTest, LoopEndsWithTheWindowAnInterruptOrTheTime) {
-    EditFrame frame(*mWindow, *mFilter, mFilter->editor);
-    frame.Open();
+    EditFrame& frame = Open();
     bool called = false;
     vyncore::threads::AsyncCallFromMainThread([&] { called = true; }, 1);
     EXPECT_EQ(RunLoop(frame, os::GetMonotonicNanos() + kSecondNanos), EditEnd::kTimeUp);
@@ -196,16 +193,13 @@ TEST_F(EditWindowTest, LoopEndsWithTheWindowAnInterruptOrTheTime) {
 }
 
 TEST_F(EditWindowTest, WindowThatSomebodyDestroysIsClosed) {
-    EditFrame frame(*mWindow, *mFilter, mFilter->editor);
-    frame.Open();
     mEachTurn = [this] { mClient->Destroy(Handle()); };
-    EXPECT_EQ(RunLoop(frame), EditEnd::kWindowClosed);
+    EXPECT_EQ(RunLoop(Open()), EditEnd::kWindowClosed);
     EXPECT_EQ(mWindow->TakeScreenshot(), std::nullopt);
 }
 
 TEST_F(EditWindowTest, RequestsThatAreRefusedAreCountedAndTheFirstIsTold) {
-    EditFrame frame(*mWindow, *mFilter, mFilter->editor);
-    frame.Open();
+    EditFrame& frame = Open();
     EXPECT_EQ(mErrors->TakeFirst(), "");
     mEditor->client.Err();
     mEditor->client.Err();
@@ -221,8 +215,7 @@ TEST_F(EditWindowTest, RequestsThatAreRefusedAreCountedAndTheFirstIsTold) {
 }
 
 TEST_F(EditWindowTest, DisplayThatGoesAwayEndsTheLoopAndNoMoreOfThePluginRuns) {
-    EditFrame frame(*mWindow, *mFilter, mFilter->editor);
-    frame.Open();
+    EditFrame& frame = Open();
     int idleCalls = 0;
     mEachTurn = [&] {
         idleCalls = mEditor->idleCalls;
@@ -240,8 +233,7 @@ TEST_F(EditWindowTest, DisplayThatGoesAwayEndsTheLoopAndNoMoreOfThePluginRuns) {
 TEST_F(EditWindowTest, PictureHoldsWhatThePluginShowsAndBlackBeyondTheScreen) {
     mEditor->bounds = {0, 0, 1300, 40};
     mEditor->content = {1300, 20};
-    EditFrame frame(*mWindow, *mFilter, mFilter->editor);
-    frame.Open();
+    Open();
     mWindow->HandleEvents();
     auto picture = mWindow->TakeScreenshot();
     ASSERT_TRUE(picture);

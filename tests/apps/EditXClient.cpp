@@ -26,6 +26,7 @@ EditXClient::~EditXClient() {
 
 EditXClient::Window EditXClient::MakeChild(Window parent, WindowSize size, unsigned long colour) {
     Display* const display = mConnection->display;
+    parent = parent != 0 ? parent : DefaultRootWindow(display);
     Window const child = XCreateSimpleWindow(display, parent, 0, 0, static_cast<unsigned>(size.width),
                                              static_cast<unsigned>(size.height), 0, colour, colour);
     XMapWindow(display, child);

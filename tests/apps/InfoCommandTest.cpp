@@ -27,20 +27,23 @@ TEST(InfoCommandTest, DocumentHoldsTheRowAndTheFactsOfThePlugin) {
     json const stereo = {100, 101};
     json const mono = {0};
     json const surround = {100, 101, 102, 103, 104, 105};
-    EXPECT_EQ(document.at("name"), "Fixture");
-    EXPECT_EQ(document.at("vendor"), "Fixture Works");
-    EXPECT_EQ(document.at("technology"), "VST3");
-    EXPECT_EQ(document.at("path"), fixture.GetPath());
-    EXPECT_EQ(document.at("synth"), false);
-    EXPECT_EQ(document.at("enabled"), true);
-    EXPECT_EQ(document.at("inputs"), (json{{{"name", "Main in"}, {"type", "main"}, {"layout", stereo}},
-                                           {{"name", "Key"}, {"type", "sidechain"}, {"layout", mono}}}));
-    EXPECT_EQ(document.at("outputs"), (json::array({{{"name", "Main out"}, {"type", "main"}, {"layout", stereo}}})));
-    EXPECT_EQ(document.at("latency"), 77);
-    EXPECT_EQ(document.at("tail"), 1000);
-    EXPECT_EQ(document.at("presets"), 5);
-    EXPECT_EQ(document.at("editor"), nullptr);
-    EXPECT_EQ(document.at("mono"), true);
+    json const expected{{"name", "Fixture"},
+                        {"vendor", "Fixture Works"},
+                        {"technology", "VST3"},
+                        {"path", fixture.GetPath()},
+                        {"synth", false},
+                        {"enabled", true},
+                        {"latency", 77},
+                        {"tail", 1000},
+                        {"presets", 5},
+                        {"editor", nullptr},
+                        {"mono", true},
+                        {"inputs",
+                         {{{"name", "Main in"}, {"type", "main"}, {"layout", stereo}},
+                          {{"name", "Key"}, {"type", "sidechain"}, {"layout", mono}}}},
+                        {"outputs", json::array({{{"name", "Main out"}, {"type", "main"}, {"layout", stereo}}})}};
+    for (auto const& [key, value] : expected.items())
+        EXPECT_EQ(document.at(key), value) << key;
     // Each is asked of the buses that the plug-in came with, not of the answer before.
     for (auto const& [name, layout] :
          {std::pair("mono", mono), std::pair("stereo", stereo), std::pair("5.1", surround)}) {
@@ -50,14 +53,6 @@ TEST(InfoCommandTest, DocumentHoldsTheRowAndTheFactsOfThePlugin) {
     for (char const* const key : {"id", "version", "category", "categoryName", "stereo", "parameters", "chunk"})
         EXPECT_TRUE(document.contains(key)) << key;
     EXPECT_EQ(fixture->liveObjects(), 0);
-}
-
-TEST(InfoCommandTest, FailuresAreThoseOfRender) {
-    for (auto const& [module, status] : {std::pair("shell.vst3", 2), std::pair("nofactory.vst3", 3)}) {
-        ProgramResult const result = RunVynhost({"info", FixturePath(module)});
-        EXPECT_EQ(result.status, status) << result.err;
-        EXPECT_EQ(result.out, "");
-    }
 }
 
 TEST(InfoCommandTest, RealPluginsAreTold) {

@@ -38,7 +38,7 @@ TEST_F(InventoryCommandsTest, PluginsAreNamedByIDNameOrPath) {
     EXPECT_NE(none.err.find("similar: \"Fixture\""), std::string::npos) << none.err;
 }
 
-TEST_F(InventoryCommandsTest, ModulesAreBannedAndAllowedAgain) {
+TEST_F(InventoryCommandsTest, ModulesAreBannedAndAllowedAgainAndUnsupportedOnesRefused) {
     Add("good");
     Add("better");
     Scan();
@@ -61,12 +61,9 @@ TEST_F(InventoryCommandsTest, ModulesAreBannedAndAllowedAgain) {
     RunForJSON({"ban", "remove", mPlugins.Path().string()});
     EXPECT_EQ(Bans(), Names{});
     EXPECT_EQ(Scan().at("good").at("verdict"), "filed");
-}
-
-TEST_F(InventoryCommandsTest, UnsupportedModulesAreRefused) {
-    Add("good");
-    mHome.AddFile("PermanentAudioPlugInBlacklist.xml", R"(<pluginlist><plugin filename="GOOD.vst3"/></pluginlist>)");
-    json const row = Scan().at("good");
+    mHome.AddFile("PermanentAudioPlugInBlacklist.xml", R"(<pluginlist><plugin filename="BETTER.vst3"/></pluginlist>)");
+    Add("fork", "better");
+    json const row = Scan().at("better");
     EXPECT_EQ(row.at("verdict"), "refused");
     EXPECT_EQ(row.at("reason"), "is on the list of unsupported plug-ins");
     EXPECT_EQ(RunForJSON({"ban"}).at("unsupported"), (mHome.Path() / "PermanentAudioPlugInBlacklist.xml").string());

@@ -16,9 +16,9 @@
 namespace vyntest {
 
 /// A client of the sound server that listens to the two outputs of another one.
+/// [main-thread]
 class JackListener {
 public:
-    /// [main-thread]
     JackListener() : mClient(jack_client_open("listener", JackNoStartServer, nullptr)) {
         if (!mClient)
             throw std::runtime_error("no server to listen to");
@@ -32,7 +32,6 @@ public:
     jack_client_t* GetClient() { return mClient.get(); }
 
     /// Waits until a whole block of a channel lies this close to a level. False when that takes over ten seconds.
-    /// [main-thread]
     bool Hears(std::size_t channel, float level) {
         return WaitUntil([&] {
             // The other client may come and go meanwhile.
@@ -44,7 +43,6 @@ public:
 
     /// Waits until a port is connected with exactly these: the server shows news with its next block. False when that
     /// takes over ten seconds.
-    /// [main-thread]
     bool Sees(char const* port, std::vector<std::string> const& sources) {
         return WaitUntil([&] { return FindSources(port) == sources; });
     }

@@ -9,6 +9,9 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <iterator>
+
 using namespace vyntest;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -115,6 +118,22 @@ TEST_F(JackTest, LatencyThatShowsLateIsTakenUpOnce) {
         EXPECT_TRUE(listener.Hears(0, 0.5F));
     }
     EXPECT_EQ(mFilter->starts, 2);
+}
+
+TEST_F(JackTest, SilencedSoundIsNotedAtOnceAndCountedAtTheEnd) {
+    JackServer const server;
+    JackListener listener;
+    EditPlayback playback(*mFilter, WriteLevel(2));
+    mFilter->spoiledSample = 0;
+    playback.Start();
+    std::vector<std::string> notes;
+    EXPECT_TRUE(AttendUntil(playback, listener, [&] {
+        std::ranges::move(playback.TakeNotes(), std::back_inserter(notes));
+        return !notes.empty();
+    }));
+    EXPECT_THAT(notes, ElementsAre(HasSubstr("beyond +60 dB: it is silenced")));
+    playback.Finish();
+    EXPECT_THAT(playback.TakeNotes(), ElementsAre(HasSubstr("beyond +60 dB silenced")));
 }
 
 TEST_F(JackTest, ServerThatIsKilledLeavesAFilterWithoutSound) {

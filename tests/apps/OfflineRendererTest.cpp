@@ -127,22 +127,6 @@ TEST(OfflineRendererTest, TailIsThatBehindTheLastSampleWhateverTheBlockSize) {
     }
 }
 
-TEST(OfflineRendererTest, LatencyThatShowsWithTheFirstBlockIsCompensated) {
-    boost::intrusive_ptr<TestFilter> const filter(new TestFilter);
-    filter->delay = 30;
-    filter->learnedLatency = 30;
-    EXPECT_EQ(Render(*filter, {.track = Plain(1), .samples = 500, .blockSize = 10}).channels[0], Counting(500));
-}
-
-TEST(OfflineRendererTest, GivenLatencyWinsOverTheReportedOne) {
-    boost::intrusive_ptr<TestFilter> const filter(new TestFilter);
-    filter->delay = 30;
-    filter->reportedLatency = 7;
-    Rendered const rendered = Render(*filter, {.track = Plain(1), .samples = 500, .blockSize = 10, .latency = 30});
-    EXPECT_EQ(rendered.channels[0], Counting(500));
-    EXPECT_EQ(rendered.outcome.latencyAfterwards, 7);
-}
-
 TEST(OfflineRendererTest, EndlessAndAbsurdFiguresAreLimitedWithANote) {
     for (auto const& [tail, latency] : {std::pair(-1, -3), std::pair(-5, -1), std::pair(2000000000, 2000000000)}) {
         boost::intrusive_ptr<TestFilter> const filter(new TestFilter);
@@ -198,30 +182,27 @@ TEST(OfflineRendererTest, ChannelsGoThroughTheFilterOrAroundIt) {
     }
 }
 
-TEST(OfflineRendererTest, ChosenChannelsAreConnectedAndNoOthers) {
+TEST(OfflineRendererTest, ChosenChannelsAreConnectedAndNoOthersAndWhatDoesNotFitIsWrongUsage) {
     struct Case {
         char const* choice;
-        std::vector<float> firstSamples;
+        std::vector<float> firstSamples; ///< empty: does not fit
     };
     for (Case const& one :
          {Case{"in:1,0", {20, 10}}, Case{"in:0,0", {10, 10}}, Case{"in:-,1", {0, 20}}, Case{"out:1,0", {20, 10}},
-          Case{"out:1", {0, 10}}, Case{"in:1,0/out:1,0", {10, 20}}, Case{"out:-,-/in:-", {1, 2}}}) {
+          Case{"out:1", {0, 10}}, Case{"in:1,0/out:1,0", {10, 20}}, Case{"out:-,-/in:-", {1, 2}}, Case{"in:0,1,2", {}},
+          Case{"in:3", {}}, Case{"out:2", {}}, Case{"out:0,1,-", {}}}) {
         boost::intrusive_ptr<TestFilter> const filter(new TestFilter(2, 2));
         filter->gain = 10;
         TrackRequest track = Plain(2);
         track.choice = ParseChannelChoice(one.choice);
-        Rendered const rendered = Render(*filter, {.track = track, .samples = 20, .blockSize = 8});
+        RenderSetup const setup{.track = track, .samples = 20, .blockSize = 8};
+        if (one.firstSamples.empty()) {
+            EXPECT_THROW(Render(*filter, setup), CommandError) << one.choice;
+            continue;
+        }
+        Rendered const rendered = Render(*filter, setup);
         EXPECT_EQ((std::vector{rendered.channels[0].at(0), rendered.channels[1].at(0)}), one.firstSamples)
             << one.choice;
-    }
-}
-
-TEST(OfflineRendererTest, ChoiceThatDoesNotFitTheFilterIsWrongUsage) {
-    for (char const* const choice : {"in:0,1,2", "in:3", "out:2", "out:0,1,-"}) {
-        boost::intrusive_ptr<TestFilter> const filter(new TestFilter(2, 2));
-        TrackRequest track = Plain(2);
-        track.choice = ParseChannelChoice(choice);
-        EXPECT_THROW(Render(*filter, {.track = track, .samples = 20, .blockSize = 8}), CommandError) << choice;
     }
 }
 
@@ -269,6 +250,7 @@ TEST(OfflineRendererTest, ChannelsAroundTheFilterAreInStepWithIt) {
             Render(*filter, {.track = Plain(2), .samples = 500, .blockSize = 10, .latency = one.given});
         EXPECT_EQ(rendered.channels[0], Counting(500));
         EXPECT_EQ(rendered.outcome.lateness, one.lateness);
+        EXPECT_EQ(rendered.outcome.latencyAfterwards, one.learned.value_or(one.resumed));
         EXPECT_EQ(rendered.outcome.notes.size(), one.lateness == 0 ? 1U : 2U);
         EXPECT_EQ(rendered.channels[1].at(100), static_cast<float>(2 * (101 - one.lateness)));
     }
@@ -293,25 +275,21 @@ TEST(OfflineRendererTest, PreparationsAreDoneOnTheRunningFilterEachWithABlockOfS
     EXPECT_EQ(seen, (std::vector<std::string>{"0 suspended", "0 running", "1 running", "2 suspended"}));
 }
 
-TEST(OfflineRendererTest, SideChainsGetFlaggedSilenceAndOnlyTheMainOutputComesOut) {
+TEST(OfflineRendererTest, SideChainsGetFlaggedSilenceAndOnlyTheMainOutputComesOutFlaggedChannelsAsZeros) {
     boost::intrusive_ptr<TestFilter> const filter(new TestFilter(2, 2));
     filter->AddInputBus(AudioBusDescription::CreateStereo(u"Side", AudioBusDescription::kTypeSideChain));
     filter->AddOutputBus(AudioBusDescription::CreateMono(u"More", AudioBusDescription::kTypeMain));
+    filter->silentOutputs.Set(1);
     Rendered const rendered = Render(*filter, {.track = Plain(2), .samples = 20, .blockSize = 8});
-    EXPECT_EQ(rendered.channels.size(), 2U);
+    EXPECT_EQ(rendered.channels, (std::vector{Counting(20), std::vector<float>(20)}));
     for (std::uint64_t const flags : filter->flagsSeen)
         EXPECT_EQ(flags & 0xF, 0xCU);
 }
 
-TEST(OfflineRendererTest, ChannelsFlaggedSilentAreWrittenAsZeros) {
-    boost::intrusive_ptr<TestFilter> const filter(new TestFilter(2, 2));
-    filter->silentOutputs.Set(1);
-    Rendered const rendered = Render(*filter, {.track = Plain(2), .samples = 20, .blockSize = 8});
-    EXPECT_EQ(rendered.channels[0], Counting(20));
-    EXPECT_EQ(rendered.channels[1], std::vector<float>(20));
-}
-
-TEST(OfflineRendererTest, BlocksThatAreNotProcessedAreAFailureAndNoSilence) {
+TEST(OfflineRendererTest, BlocksThatAreNotProcessedAndAFilterWithoutOutputAreFailuresAndNoSilence) {
+    boost::intrusive_ptr<TestFilter> const mute(new TestFilter(2, 0));
+    EXPECT_THROW(Render(*mute, {.track = Plain(2), .samples = 20, .blockSize = 8}), std::runtime_error);
+    EXPECT_EQ(mute->GetAudioFilterHost(), nullptr);
     for (int const blocksUntilFailure : {0, 2}) {
         for (int const fileChannels : {1, 2}) {
             boost::intrusive_ptr<TestFilter> const filter(new TestFilter);
@@ -323,25 +301,7 @@ TEST(OfflineRendererTest, BlocksThatAreNotProcessedAreAFailureAndNoSilence) {
     }
 }
 
-TEST(OfflineRendererTest, FilterWithoutOutputIsRefused) {
-    boost::intrusive_ptr<TestFilter> const filter(new TestFilter(2, 0));
-    EXPECT_THROW(OfflineRenderer(*filter, {.track = Plain(2), .samples = 20, .sampleRate = 1000.0, .blockSize = 8}),
-                 std::runtime_error);
-    EXPECT_EQ(filter->GetAudioFilterHost(), nullptr);
-}
-
-TEST(RenderTransportTest, TransportPlaysInStepWithThePosition) {
-    RenderTransport transport(1000.0);
-    transport.SetPosition(5250);
-    vynaudiofilterhost::PlaybackState state;
-    ASSERT_TRUE(transport.GetPlaybackState(state));
-    EXPECT_TRUE(state.mIsPlaying);
-    EXPECT_EQ(state.mSamplePosition, 5250);
-    EXPECT_DOUBLE_EQ(state.mMusicalPosition, 10.5);
-    EXPECT_DOUBLE_EQ(state.mBarStartPosition, 8.0);
-}
-
-TEST(RenderTransportTest, TransportFollowsTheSongFromTheSamplesOfItsTemposAndMeters) {
+TEST(RenderTransportTest, TransportPlaysInStepWithThePositionAndFollowsTheSongFromTheSamplesOfItsTemposAndMeters) {
     MidiSong song;
     song.tempos = {{0.0, 0.0, 120.0}, {2.0004, 4.0008, 60.0}};
     song.meters = {{2.0004, 4.0008, 3, 8}, {4.0004, 6.0008, 7, 4}};
@@ -364,6 +324,14 @@ TEST(RenderTransportTest, TransportFollowsTheSongFromTheSamplesOfItsTemposAndMet
         EXPECT_EQ(state.mTimeSignatureDenominator, one.denominator);
         EXPECT_EQ(transport.CountSteadySamples(one.sample, 5000), one.steady);
     }
+    RenderTransport plain(1000.0);
+    plain.SetPosition(5250);
+    vynaudiofilterhost::PlaybackState state;
+    ASSERT_TRUE(plain.GetPlaybackState(state));
+    EXPECT_TRUE(state.mIsPlaying);
+    EXPECT_EQ(state.mSamplePosition, 5250);
+    EXPECT_DOUBLE_EQ(state.mMusicalPosition, 10.5);
+    EXPECT_DOUBLE_EQ(state.mBarStartPosition, 8.0);
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-#include "vynhost/CommandError.h"
+#include "apps/CommandFailure.h"
 #include "vynhost/NumberText.h"
 #include "vynhost/ParameterScale.h"
 #include "vynhost/ParameterSetting.h"
@@ -10,6 +10,7 @@
 
 using namespace vynhost;
 using vynaudiofilterhost::AudioFilterParameterInfo;
+using vyntest::FailureOf;
 
 namespace {
 
@@ -36,17 +37,6 @@ private:
     std::vector<char16_t const*> mTexts;
 };
 
-template <class Work>
-std::string FailureOf(Work const& work) {
-    try {
-        work();
-    } catch (CommandError const& error) {
-        EXPECT_EQ(error.GetStatus(), ExitStatus::kWrongUsage);
-        return error.what();
-    }
-    return "none";
-}
-
 TEST(NameLookupTest, ExactNamesWinOverFoldedOnesAndNamesOverIndices) {
     NameLookup const lookup("parameter", {"Gain", "gain", "3", "Größe ", "Mix", "", "1", "1"});
     for (auto const& [text, index] :
@@ -54,7 +44,7 @@ TEST(NameLookupTest, ExactNamesWinOverFoldedOnesAndNamesOverIndices) {
           std::pair("größe", 3), std::pair("5", 5), std::pair("1", 1)})
         EXPECT_EQ(lookup.Find(text), index) << text;
     EXPECT_EQ(FailureOf([&] { lookup.Find("GAIN"); }),
-              "\"GAIN\" is the name of several parameters, choose one by its index: 0 \"Gain\", 1 \"gain\"");
+              "2 \"GAIN\" is the name of several parameters, choose one by its index: 0 \"Gain\", 1 \"gain\"");
 }
 
 TEST(NameLookupTest, WhatIsNotThereIsAnsweredWithCandidates) {
@@ -62,17 +52,18 @@ TEST(NameLookupTest, WhatIsNotThereIsAnsweredWithCandidates) {
         EXPECT_EQ(FailureOf([&] {
                       NameLookup("preset", {"Hall", ""}).Find(nothing);
                   }),
-                  "a preset is chosen by its name or its index");
+                  "2 a preset is chosen by its name or its index");
     NameLookup const lookup("preset", {"Hall", "Small hall", "Room"});
     EXPECT_EQ(FailureOf([&] { lookup.Find("HAL"); }),
-              "there is no preset \"HAL\"; choose from 0 \"Hall\", 1 \"Small hall\"");
+              "2 there is no preset \"HAL\"; choose from 0 \"Hall\", 1 \"Small hall\"");
     for (char const* const text : {"3", "-1", "1.0", " 1", "99999999999", "x"})
         EXPECT_EQ(FailureOf([&] { lookup.Find(text); }),
-                  "there is no preset \"" + std::string(text) +
+                  "2 there is no preset \"" + std::string(text) +
                       "\"; choose from 0 \"Hall\", 1 \"Small hall\", 2 \"Room\"");
     std::string const many = FailureOf([] { NameLookup("preset", std::vector<std::string>(33, "P")).Find("x"); });
     EXPECT_TRUE(many.ends_with("19 \"P\" and 13 more")) << many;
-    EXPECT_EQ(FailureOf([] { NameLookup("preset", {}).Find("0"); }), "there is no preset \"0\": the plug-in has none");
+    EXPECT_EQ(FailureOf([] { NameLookup("preset", {}).Find("0"); }),
+              "2 there is no preset \"0\": the plug-in has none");
 }
 
 TEST(ParameterScaleTest, NumbersPercentagesAndTextsAreRead) {
@@ -119,7 +110,7 @@ TEST(ParameterScaleTest, EverythingElseIsRefusedWithTheRange) {
     for (char const* const text : {"", "loud", "12.01", "-61", "nan", "inf", "-inf", "1e999", "101%", "-1%", "%",
                                    "nan%", "1 2", "0x1", "--1", "+-1", "3dB"})
         EXPECT_EQ(FailureOf([&] { gain.Read(text); }),
-                  "\"Test\" cannot be \"" + std::string(text) +
+                  "2 \"Test\" cannot be \"" + std::string(text) +
                       "\": it goes from -60 to 12, or from 0% to 100% of that range");
     ParameterScale const mode(new TestInfo(0, 2, {u"Off", u"Off", u"On"}));
     EXPECT_TRUE(FailureOf([&] { mode.Read("In"); }).ends_with(", or is one of \"Off\", \"Off\", \"On\""));
@@ -132,10 +123,7 @@ TEST(ParameterScaleTest, PluginThatHasNoNumberForAValueFails) {
         ParameterScale const broken(new TestInfo(low, high));
         EXPECT_FLOAT_EQ(broken.Read("25%").normalized, 0.25F);
         try {
-            broken.Read("5");
-            ADD_FAILURE();
-        } catch (CommandError const&) {
-            ADD_FAILURE();
+            ADD_FAILURE() << FailureOf([&] { broken.Read("5"); });
         } catch (std::runtime_error const& error) {
             EXPECT_STREQ(error.what(), "the plug-in turns 5 into no value of its parameter \"Test\"");
         }

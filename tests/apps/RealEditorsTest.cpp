@@ -1,5 +1,6 @@
 // The windows of real plug-ins: each draws its panel, and nothing of it is left when it is closed.
 
+#include "apps/EditXClient.h"
 #include "apps/PictureColours.h"
 #include "apps/RunVynhost.h"
 #include "support/CallLoop.h"
@@ -12,7 +13,6 @@
 #include "vynaudiofilterhost/OpenPluginModule.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <cstdio>
 #include <fstream>
@@ -20,8 +20,6 @@
 #include <set>
 #include <string>
 #include <vector>
-
-#include <X11/Xlib.h>
 
 namespace vyntest {
 namespace {
@@ -85,36 +83,16 @@ TEST_F(RealEditorsTest, EachDrawsItsPanel) {
                                                                    "MaGigaverb-vst", "MaPitchshift-vst"}));
 }
 
-/// A window of X11 for editors to open in.
-class Window {
-public:
-    Window() : mDisplay(XOpenDisplay(nullptr)) {
-        mWindow = XCreateSimpleWindow(mDisplay, DefaultRootWindow(mDisplay), 0, 0, 800, 600, 0, 0, 0);
-        XMapWindow(mDisplay, mWindow);
-        XSync(mDisplay, False);
-    }
-    Window(Window const&) = delete;
-    Window& operator=(Window const&) = delete;
-    ~Window() { XCloseDisplay(mDisplay); }
-
-    void* GetHandle() const { return reinterpret_cast<void*>(mWindow); }
-    void Sync() const { XSync(mDisplay, True); }
-
-private:
-    Display* mDisplay;
-    ::Window mWindow;
-};
-
-void OpenAndClose(AudioFilter& filter, Window const& window) {
+void OpenAndClose(AudioFilter& filter, EditXClient& client, EditXClient::Window window) {
     auto const editor = filter.CreateCustomEditor();
     ASSERT_TRUE(editor);
-    editor->OpenEditor(window.GetHandle());
+    editor->OpenEditor(reinterpret_cast<void*>(window));
     EXPECT_TRUE(editor->IsOpen());
     editor->EditorIdle();
     RunCallsFor(1);
     editor->CloseEditor();
     filter.DestroyCustomEditor(editor);
-    window.Sync();
+    client.GetSize(window);
 }
 
 TEST_F(RealEditorsTest, TwoHundredOpeningsLeaveNothingBehind) {
@@ -128,13 +106,14 @@ TEST_F(RealEditorsTest, TwoHundredOpeningsLeaveNothingBehind) {
         std::vector<vyncore::UString> ids;
         module->GetPluginInfo(ids);
         auto const filter = module->CreateAudioFilter(ids.at(0));
-        Window const window;
+        EditXClient client;
+        EditXClient::Window const window = client.MakeChild(0, {800, 600}, 0);
         for (int turn = 0; turn < 20; ++turn)
-            OpenAndClose(*filter, window);
+            OpenAndClose(*filter, client, window);
         std::size_t const descriptors = CountDescriptors();
         std::size_t const bytes = CountResidentBytes();
         for (int turn = 0; turn < 200; ++turn)
-            OpenAndClose(*filter, window);
+            OpenAndClose(*filter, client, window);
         EXPECT_EQ(CountDescriptors(), descriptors);
 #ifndef VYN_MEMORY_IS_KEPT
         EXPECT_LT(CountResidentBytes(), bytes + (1 << 20));

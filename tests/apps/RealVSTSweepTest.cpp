@@ -4,7 +4,6 @@
 #include "support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
@@ -45,11 +44,6 @@ protected:
         return ReadClip(Path("out.wav"));
     }
 
-    static std::string Content(std::filesystem::path const& path) {
-        std::ifstream file(path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
-
     TemporaryFolder mFolder;
 };
 
@@ -70,8 +64,8 @@ TEST_F(RealVSTSweepTest, EachIsFoundRendersNumbersAndTakesItsStateBackBitForBit)
         AudioClip const clip = Render(row, {"--save-state", Path("one.fxp")});
         EXPECT_TRUE(std::ranges::all_of(clip.samples, [](float sample) { return std::isfinite(sample); }));
         Render(row, {"--state", Path("one.fxp"), "--save-state", Path("two.fxp")});
-        EXPECT_FALSE(Content(Path("one.fxp")).empty());
-        EXPECT_TRUE(Content(Path("one.fxp")) == Content(Path("two.fxp")));
+        EXPECT_FALSE(ReadText(Path("one.fxp")).empty());
+        EXPECT_TRUE(ReadText(Path("one.fxp")) == ReadText(Path("two.fxp")));
     }
 }
 

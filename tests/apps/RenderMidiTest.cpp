@@ -51,11 +51,7 @@ protected:
         sExports = mFixture.operator->();
         sHeard.clear();
         sBlocks.clear();
-        mFixture.Configure(configuration);
-        mFixture->setSink(Listen);
-        json document = json::parse(vynhost::RunRender(request));
-        mFixture->setSink(nullptr);
-        return document;
+        return RenderConfigured(configuration, request, Listen);
     }
 
     static void Listen(FixtureCall const* call) {
@@ -116,7 +112,9 @@ TEST_F(RenderMidiTest, NotesThatAreStillOnEndWithTheSongAndTheTailFollows) {
     FixtureConfiguration configuration = MakeInstrument();
     std::vector<Heard> const released{{0, 0, 60, 1}, {1000, 1, 60, 64 / 127.0F}};
     configuration.tail = 77;
-    EXPECT_EQ(RenderSong(configuration, request).at("samples"), 1077);
+    json const document = RenderSong(configuration, request);
+    EXPECT_EQ(document.at("samples"), 1077);
+    EXPECT_EQ(document.at("tail"), 77);
     EXPECT_EQ(sHeard, released);
     request.tailSeconds = 0.01;
     EXPECT_EQ(RenderSong(configuration, request).at("samples"), 1441);
@@ -196,48 +194,34 @@ TEST_F(RenderMidiTest, AutomationAndSongShareTheBlocks) {
     EXPECT_EQ(std::ranges::count(sHeard, Heard{300, 0, 60, 1}), 1);
 }
 
-TEST_F(RenderMidiTest, WhatTheInstrumentDoesNotProcessIsAFailure) {
+TEST_F(RenderMidiTest, SongWithoutMessagesIsNotedAndOneThatCannotBeRenderedAFailure) {
     FixtureConfiguration configuration = MakeInstrument();
+    EXPECT_THROW(RenderConfigured(configuration, MakeMidiRequest({})), vynhost::CommandError);
     configuration.nullDsp = true;
     EXPECT_THROW(RenderConfigured(configuration, MakeMidiRequest({0, 0x90, 60, 127}, 100)), vynhost::CommandError);
     EXPECT_FALSE(std::filesystem::exists(mOutput));
-}
-
-TEST_F(RenderMidiTest, SongWithoutMessagesIsNotedAndOneWithoutLengthRefused) {
     EXPECT_EQ(RenderSong(MakeInstrument(), MakeMidiRequest({}, 10)).at("notes"),
               json{"the MIDI file holds no messages"});
-    EXPECT_THROW(RenderConfigured(MakeInstrument(), MakeMidiRequest({})), vynhost::CommandError);
 }
 
 TEST_F(RenderMidiTest, WhatCannotBeDoneIsTold) {
     std::string const module = FixturePath("configurable.vst3");
     std::string const song = *MakeMidiRequest({0, 0x90, 60, 127}, 100).midiPath;
     std::string const broken = WriteMidi(mFolder.Path() / "broken.mid", "MThd");
-    struct Case {
-        int status;
-        std::vector<std::string> arguments;
-        std::string saying;
-    };
-    for (Case const& one : {
-             Case{2, {"-o", mOutput}, "--input is required"},
-             Case{2, {"-o", mOutput, "--rate", "48000"}, "--input is required"},
-             Case{2, {"-o", mOutput, "-i", mInput, "--rate", "48000"}, "--input excludes --rate"},
-             Case{2, {"-o", mOutput, "--midi", song, "--rate", "10"}, "--rate"},
-             Case{2, {"-o", mOutput, "--midi", song, "--tail", "nan"}, "--tail: goes from 0 to 3600 seconds"},
-             Case{2, {"-o", mOutput, "--midi", song, "--tail", "-1"}, "--tail: goes from 0 to 3600 seconds"},
-             Case{2, {"-o", song, "--midi", song}, song + ": is the input as well as the output"},
-             Case{3, {"-o", mOutput, "--midi", song}, module + ": is no instrument: it plays no MIDI file"},
-             Case{3, {"-o", mOutput, "-i", mInput, "--midi", song}, module + ": is no instrument"},
-             Case{1, {"-o", mOutput, "--midi", broken}, broken + ": byte 4: something is missing at the end"},
-             Case{1, {"-o", mOutput, "--midi", broken + "x"}, broken + "x: cannot be read"},
-         }) {
-        std::vector<std::string> arguments{"render", module};
-        arguments.insert(arguments.end(), one.arguments.begin(), one.arguments.end());
-        ProgramResult const result = RunVynhost(arguments);
-        EXPECT_EQ(result.status, one.status) << result.err;
-        EXPECT_NE(result.err.find(one.saying), std::string::npos) << result.err << one.saying;
-        EXPECT_EQ(Names(), (std::set<std::string>{"broken.mid", "in.wav", "song.mid"}));
-    }
+    ExpectFailures({"render", module},
+                   {
+                       {2, {"-o", mOutput}, "--input is required"},
+                       {2, {"-o", mOutput, "--rate", "48000"}, "--input is required"},
+                       {2, {"-o", mOutput, "-i", mInput, "--rate", "48000"}, "--input excludes --rate"},
+                       {2, {"-o", mOutput, "--midi", song, "--rate", "10"}, "--rate"},
+                       {2, {"-o", mOutput, "--midi", song, "--tail", "nan"}, "--tail: goes from 0 to 3600 seconds"},
+                       {2, {"-o", mOutput, "--midi", song, "--tail", "-1"}, "--tail: goes from 0 to 3600 seconds"},
+                       {2, {"-o", song, "--midi", song}, song + ": is the input as well as the output"},
+                       {3, {"-o", mOutput, "--midi", song}, module + ": is no instrument: it plays no MIDI file"},
+                       {3, {"-o", mOutput, "-i", mInput, "--midi", song}, module + ": is no instrument"},
+                       {1, {"-o", mOutput, "--midi", broken}, broken + ": byte 4: something is missing at the end"},
+                       {1, {"-o", mOutput, "--midi", broken + "x"}, broken + "x: cannot be read"},
+                   });
     EXPECT_EQ(RunVynhost(Arguments(module, {"--tail", "0.5", "--json"})).status, 0);
     EXPECT_EQ(ReadClip(mOutput).FrameCount(), 72000U);
 }

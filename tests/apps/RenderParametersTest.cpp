@@ -1,12 +1,10 @@
+#include "apps/CommandFailure.h"
 #include "apps/VynhostFixture.h"
 #include "vyncore/strings/StringUtils.h"
-#include "vynhost/CommandError.h"
 #include "vynhost/OutputPaths.h"
 #include "vynhost/ParamsCommand.h"
 #include "vynhost/PresetsCommand.h"
 
-#include <fstream>
-#include <iterator>
 #include <string_view>
 
 using namespace vyntest;
@@ -23,9 +21,8 @@ protected:
     }
 
     std::string WriteAutomation(std::string const& text) const {
-        std::string const path = mFolder.Path() / "automation";
-        std::ofstream(path) << text;
-        return path;
+        mFolder.AddFile("automation", text);
+        return mFolder.Path() / "automation";
     }
 
     std::vector<float> RenderSamples(vynhost::RenderRequest const& request,
@@ -34,14 +31,8 @@ protected:
         return ReadClip(mOutput).samples;
     }
 
-    // The exit status and the text.
     std::string FailureOf(vynhost::RenderRequest const& request, FixtureConfiguration const& configuration) {
-        try {
-            RenderConfigured(configuration, request);
-        } catch (vynhost::CommandError const& error) {
-            return std::to_string(static_cast<int>(error.GetStatus())) + ' ' + error.what();
-        }
-        return "none";
+        return vyntest::FailureOf([&] { RenderConfigured(configuration, request); });
     }
 
     // A state file of the fixture's with this chunk; of an empty preset when there is none.
@@ -56,11 +47,6 @@ protected:
 };
 
 constexpr char const* kEmptyChunk = "AAAAAAAAAAAAAAAAAAAAAA==";
-
-std::string ContentOf(std::string const& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
 
 std::string LittleEndian(std::size_t number, int bytes) {
     std::string text;
@@ -115,17 +101,14 @@ TEST_F(RenderParametersTest, SettingsHoldFromTheFirstSampleInTheirOrder) {
 TEST_F(RenderParametersTest, BothRenderingsOfAPluginThatLearnsItsLatencyArePrepared) {
     static FixtureExports const* exports;
     exports = mFixture.operator->();
-    mFixture.Configure({});
-    mFixture->setSink([](FixtureCall const* call) {
+    vynhost::RenderRequest request = MakeRequest();
+    request.settings = {{"0", "25"}};
+    json const document = RenderConfigured({}, request, [](FixtureCall const* call) {
         if (call->name == std::string_view("setProcessing"))
             exports->setLatency(0);
         if (call->name == std::string_view("initialize"))
             exports->setLatency(300);
     });
-    vynhost::RenderRequest request = MakeRequest();
-    request.settings = {{"0", "25"}};
-    json const document = json::parse(vynhost::RunRender(request));
-    mFixture->setSink(nullptr);
     EXPECT_EQ(ReadClip(mOutput).samples, std::vector<float>(48000, 0.25F)) << document;
 }
 
@@ -173,9 +156,9 @@ TEST_F(RenderParametersTest, StateThatThePluginDoesNotGiveIsAFailureThatKeepsThe
         vynhost::RenderRequest request = MakeRequest();
         request.saveStatePath = mFolder.Path() / name;
         for (auto const& configuration : {silent, FixtureConfiguration().Fail(FixtureFault::ComponentGetStateFails)}) {
-            std::ofstream(*request.saveStatePath) << "old";
+            mFolder.AddFile(name, "old");
             EXPECT_EQ(FailureOf(request, configuration), "1 cannot be written: the plug-in gave no state");
-            EXPECT_EQ(ContentOf(*request.saveStatePath), "old");
+            EXPECT_EQ(ReadText(*request.saveStatePath), "old");
         }
     }
 }
@@ -184,7 +167,7 @@ TEST_F(RenderParametersTest, StateThatHandsNothingOverIsRefused) {
     vynhost::RenderRequest request = MakeRequest();
     request.saveStatePath = mFolder.Path() / "state.vstpreset";
     RenderSamples(request);
-    std::string const header = ContentOf(*request.saveStatePath).substr(0, 40);
+    std::string const header = ReadText(*request.saveStatePath).substr(0, 40);
     request.statePath.swap(request.saveStatePath);
 
     FixtureConfiguration taking;
@@ -202,7 +185,7 @@ TEST_F(RenderParametersTest, StateThatHandsNothingOverIsRefused) {
                             Case{ListFile(kEmptyChunk), taking, empty}, Case{ListFile(""), taking, "1 holds no state"},
                             Case{PresetFile(header, {{"Cont", "abc"}}), refusing, "1 was refused by Fixture"},
                             Case{PresetFile(header, {{"Cont", "abc"}}), taking, "none"}}) {
-        std::ofstream(*request.statePath, std::ios::binary) << one.content;
+        mFolder.AddFile("state.vstpreset", one.content);
         EXPECT_EQ(FailureOf(request, one.configuration), one.failure);
     }
 }
@@ -257,13 +240,7 @@ TEST_F(RenderParametersTest, NothingIsWrittenIntoThePlugin) {
         request.modulePath = bundle;
         request.outputPath = output;
         request.saveStatePath = state;
-        try {
-            vynhost::CheckOutputPaths(request);
-        } catch (vynhost::CommandError const& error) {
-            EXPECT_EQ(error.GetStatus(), vynhost::ExitStatus::kWrongUsage);
-            return true;
-        }
-        return false;
+        return vyntest::FailureOf([&] { vynhost::CheckOutputPaths(request); }).starts_with("2 ");
     };
     for (fs::path const& inside : {bundle / "Contents" / "x.so", bundle / "new" / "er" / "x.wav", bundle,
                                    bundle / ".." / "bundle.vst3" / "x", mFolder.Path() / "link.wav"}) {
@@ -277,33 +254,25 @@ TEST_F(RenderParametersTest, WhatCannotBeDoneIsToldAndLeavesNothing) {
     std::string const module = FixturePath("configurable.vst3");
     std::string const folder = mFolder.Path();
     std::string const malformed = WriteAutomation("0,0,1\n0,Gian,1\n");
-    struct Case {
-        int status;
-        std::vector<std::string> arguments;
-        std::string saying;
-    };
-    for (Case const& one : {
-             Case{2, {"--set", "Gian=1"}, "--set: there is no parameter \"Gian\"; choose from 0 \"Parameter 0\""},
-             Case{2, {"--set", "0=101"}, "--set: \"Parameter 0\" cannot be \"101\": it goes from 0 to 100"},
-             Case{2, {"--set", "0=1", "1=0"}, "not expected: 1=0"},
-             Case{2, {"--set", "0"}, "not of the form NAME=VALUE"},
-             Case{2, {"--preset", "0"}, "--preset: there is no preset \"0\": the plug-in has none"},
-             Case{2, {"--automate", malformed}, malformed + ": line 2: there is no parameter \"Gian\""},
-             Case{1, {"--automate", mInput}, mInput.string() + ": line 1: "},
-             Case{1, {"--automate", folder + "/missing"}, folder + "/missing: cannot be read"},
-             Case{1, {"--state", folder + "/missing"}, folder + "/missing: cannot be read"},
-             Case{1, {"--save-state", folder + "/missing/state"}, "folder does not exist"},
-             Case{2, {"--save-state", mInput}, mInput.string() + ": is the input as well as the saved state"},
-             Case{2, {"--save-state", folder + "/./out.wav"}, "is the output as well as the saved state"},
-             Case{2, {"--save-state", module}, module + ": is the input as well as the saved state"},
-             Case{2, {"--save-state", malformed, "--automate", malformed}, "is the input as well as the saved state"},
-             Case{2, {"--state", mOutput}, mOutput.string() + ": is the input as well as the output"},
-         }) {
-        ProgramResult const result = RunVynhost(Arguments(module, one.arguments));
-        EXPECT_EQ(result.status, one.status) << result.err;
-        EXPECT_NE(result.err.find(one.saying), std::string::npos) << result.err << one.saying;
-        EXPECT_EQ(Names(), (std::set<std::string>{"automation", "in.wav"}));
-    }
+    ExpectFailures(
+        Arguments(module),
+        {
+            {2, {"--set", "Gian=1"}, "--set: there is no parameter \"Gian\"; choose from 0 \"Parameter 0\""},
+            {2, {"--set", "0=101"}, "--set: \"Parameter 0\" cannot be \"101\": it goes from 0 to 100"},
+            {2, {"--set", "0=1", "1=0"}, "not expected: 1=0"},
+            {2, {"--set", "0"}, "not of the form NAME=VALUE"},
+            {2, {"--preset", "0"}, "--preset: there is no preset \"0\": the plug-in has none"},
+            {2, {"--automate", malformed}, malformed + ": line 2: there is no parameter \"Gian\""},
+            {1, {"--automate", mInput}, mInput.string() + ": line 1: "},
+            {1, {"--automate", folder + "/missing"}, folder + "/missing: cannot be read"},
+            {1, {"--state", folder + "/missing"}, folder + "/missing: cannot be read"},
+            {1, {"--save-state", folder + "/missing/state"}, "folder does not exist"},
+            {2, {"--save-state", mInput}, mInput.string() + ": is the input as well as the saved state"},
+            {2, {"--save-state", folder + "/./out.wav"}, "is the output as well as the saved state"},
+            {2, {"--save-state", module}, module + ": is the input as well as the saved state"},
+            {2, {"--save-state", malformed, "--automate", malformed}, "is the input as well as the saved state"},
+            {2, {"--state", mOutput}, mOutput.string() + ": is the input as well as the output"},
+        });
     ProgramResult const good = RunVynhost(Arguments(module, {"--set", "0=1", "--set=Parameter 0=[0]", "--set=0=50%"}));
     EXPECT_NE(good.err.find("cannot be \"[0]\""), std::string::npos) << good.err;
 }
@@ -340,17 +309,15 @@ TEST_F(RenderCommandTest, PresetsDocumentHoldsTheNames) {
     mFixture.Configure({});
     EXPECT_EQ(vynhost::RunPresets({.modulePath = mFixture.GetPath(), .json = true}), "[]\n");
     EXPECT_TRUE(vynhost::RunPresets({.modulePath = mFixture.GetPath()}).ends_with("\n  no presets\n"));
-    for (char const* const command : {"params", "presets"})
+    for (char const* const command : {"params", "presets", "info"}) {
         EXPECT_EQ(RunVynhost({command, FixturePath("nofactory.vst3")}).status, 3);
+        EXPECT_EQ(RunVynhost({command, FixturePath("shell.vst3")}).status, 2);
+    }
 }
 
 // All of zam-plugins, since each overlooks something else that comes while it is suspended.
 TEST_F(VynhostTest, RealPluginsTakeValuesAndStatesFromTheFirstSample) {
-    std::set<std::filesystem::path> modules;
-    if (std::filesystem::exists(kRealPlugins / "ZamVerb.vst3"))
-        for (auto const& entry : std::filesystem::directory_iterator(kRealPlugins))
-            if (entry.path().filename().string().starts_with("Za"))
-                modules.insert(entry.path());
+    auto const modules = ListZamPlugins();
     if (modules.empty())
         GTEST_SKIP() << "the package zam-plugins is not installed";
     std::string const state = mFolder.Path() / "state";

@@ -10,9 +10,7 @@
 
 #include <chrono>
 #include <csignal>
-#include <fstream>
 #include <functional>
-#include <iterator>
 #include <map>
 #include <set>
 #include <thread>
@@ -77,21 +75,15 @@ protected:
         return std::filesystem::path(row.at("path").get<std::string>()).stem();
     }
 
-    Names Bans() const {
+    static Names Titles(json const& rows) {
         Names names;
-        json const list = RunForJSON({"ban"});
-        for (json const& row : list.at("banned"))
+        for (json const& row : rows)
             names.insert(Title(row));
         return names;
     }
 
-    Names List() const {
-        Names names;
-        json const list = RunForJSON({"list"});
-        for (json const& row : list)
-            names.insert(Title(row));
-        return names;
-    }
+    Names Bans() const { return Titles(RunForJSON({"ban"}).at("banned")); }
+    Names List() const { return Titles(RunForJSON({"list"})); }
 
     /// A scan that goes on while the test does.
     os::ChildProcess StartScan(std::vector<std::string> const& more = {}) const {
@@ -111,10 +103,7 @@ protected:
         ASSERT_TRUE(condition());
     }
 
-    std::string Content(std::string const& name) const {
-        std::ifstream file(mHome.Path() / name, std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
+    std::string Content(std::string const& name) const { return ReadText(mHome.Path() / name); }
 
     TemporaryFolder mPlugins;
     TemporaryFolder mHome;

@@ -75,13 +75,6 @@ TEST_F(ScanTest, EachModuleCostsItselfAndASecondScanOpensNone) {
     EXPECT_EQ(second.size(), std::size(kBadModules));
 }
 
-TEST_F(ScanTest, WhatModulesPrintDoesNotGetIntoTheDocument) {
-    Add("print");
-    ProgramResult const result = Run({"scan", "--json"});
-    EXPECT_TRUE(json::accept(result.out));
-    EXPECT_EQ(result.err, "");
-}
-
 TEST_F(ScanTest, TheDeathOfTheScanLeavesTheListRight) {
     for (char const* const module : {"good", "better", "sleep", "fork"})
         Add(module);

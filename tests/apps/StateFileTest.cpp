@@ -1,7 +1,6 @@
 #include "vynhost/StateFile.h"
 
-#include "vynhost/CommandError.h"
-
+#include "apps/CommandFailure.h"
 #include "support/TemporaryFolder.h"
 #include "vynaudiofilterhost/AudioFilter.h"
 #include "vynaudiofilterhost/IPresetExchange.h"
@@ -9,8 +8,6 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
 #include <limits>
 #include <list>
 #include <string>
@@ -67,23 +64,10 @@ class StateFileTest : public testing::Test {
 protected:
     std::string PathOf(std::string const& name) const { return mFolder.Path() / name; }
 
-    std::string ContentOf(std::string const& name) const {
-        std::ifstream file(PathOf(name), std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
-
-    template <class Work>
-    static std::string FailureOf(Work const& work) {
-        try {
-            work();
-        } catch (vynhost::CommandError const& error) {
-            return error.what();
-        }
-        return "none";
-    }
+    std::string ContentOf(std::string const& name) const { return vyntest::ReadText(PathOf(name)); }
 
     std::string FailureOfSaving(std::string const& name) {
-        return FailureOf([&] {
+        return vyntest::FailureOf([&] {
             StateFile file(PathOf(name));
             file.Capture(*mFilter);
             file.Write();
@@ -91,7 +75,7 @@ protected:
     }
 
     std::string FailureOfLoading(std::string const& name) {
-        return FailureOf([&] {
+        return vyntest::FailureOf([&] {
             StateFile file(PathOf(name));
             file.Read(*mFilter);
             file.Load(*mFilter);
@@ -128,20 +112,20 @@ TEST_F(StateFileTest, StateThatCanNotBeHeldIsRefusedWithItsReasonAndTheOldFileSt
     mFolder.AddFile("a.two", "old");
     mFolder.AddFile("a.xml", "old");
     mFilter->value = 1;
-    EXPECT_EQ(FailureOfSaving("a.two"), "cannot be written: a two holds no one");
+    EXPECT_EQ(FailureOfSaving("a.two"), "1 cannot be written: a two holds no one");
     EXPECT_EQ(FailureOfSaving("a.one"), "none");
     mFilter->value = std::numeric_limits<float>::quiet_NaN();
     for (std::string const name : {"a.two", "a.xml"}) {
-        EXPECT_EQ(FailureOfSaving(name), "cannot be written: the plug-in gave values that are no numbers");
+        EXPECT_EQ(FailureOfSaving(name), "1 cannot be written: the plug-in gave values that are no numbers");
         EXPECT_EQ(ContentOf(name), "old");
     }
 }
 
 TEST_F(StateFileTest, FileThatIsCutShortOrOfAnotherCountIsRefusedBeforeThePluginHearsOfIt) {
     for (auto const& [content, failure] :
-         {std::pair{"Po", "cannot be used: it is cut short"},
-          {"Po33", "is damaged, or of another version: the state in it is empty or not whole"},
-          {"po3", "is no state file"}}) {
+         {std::pair{"Po", "1 cannot be used: it is cut short"},
+          {"Po33", "1 is damaged, or of another version: the state in it is empty or not whole"},
+          {"po3", "1 is no state file"}}) {
         mFolder.AddFile("a.one", content);
         EXPECT_EQ(FailureOfLoading("a.one"), failure);
         EXPECT_EQ(mFilter->value, 0.5F);

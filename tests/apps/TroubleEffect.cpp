@@ -1,13 +1,16 @@
-// A VST 2.x effect whose editor does what the environment variable TROUBLE says. With nothing said it shows a window
-// and is well-behaved.
+// A VST 2.x effect that does what the environment variable TROUBLE says, most of it in its editor. With nothing said it
+// shows a window and is well-behaved.
 
 #include "vynaudiofilterhost/VST/src/AEffect.h"
 
 #include <array>
 #include <atomic>
+#include <cfenv>
+#include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <iostream>
+#include <limits>
 #include <string_view>
 #include <sys/socket.h>
 #include <thread>
@@ -28,7 +31,7 @@ struct Rectangle {
     std::int16_t right = 300;
 };
 
-AEffect theEffect{};
+AEffect* theEffect = nullptr; ///< the last that was made
 AudioMasterFunction theHost = nullptr;
 Rectangle theRectangle;
 std::array<std::atomic<float>, kParameters> theValues{}; ///< set on any thread
@@ -55,9 +58,9 @@ void HangFor(std::string_view trouble) {
 
 void FloodGestures() {
     for (int i = 0; !theEnd; i = (i + 1) % kParameters) {
-        theHost(&theEffect, audioMasterBeginEdit, i, 0, nullptr, 0.0F);
-        theHost(&theEffect, audioMasterAutomate, i, 0, nullptr, 0.5F);
-        theHost(&theEffect, audioMasterEndEdit, i, 0, nullptr, 0.0F);
+        theHost(theEffect, audioMasterBeginEdit, i, 0, nullptr, 0.0F);
+        theHost(theEffect, audioMasterAutomate, i, 0, nullptr, 0.5F);
+        theHost(theEffect, audioMasterEndEdit, i, 0, nullptr, 0.0F);
     }
 }
 
@@ -103,7 +106,7 @@ void Idle() {
         XSync(theDisplay, False);
     }
     if (IsAsked("grow"))
-        theHost(&theEffect, audioMasterSizeWindow, 8193, 100, nullptr, 0.0F);
+        theHost(theEffect, audioMasterSizeWindow, 8193, 100, nullptr, 0.0F);
 }
 
 std::intptr_t Dispatch(AEffect*, std::int32_t opcode, std::int32_t, std::intptr_t, void* data, float) {
@@ -125,9 +128,24 @@ std::intptr_t Dispatch(AEffect*, std::int32_t opcode, std::int32_t, std::intptr_
     }
 }
 
-void Process(AEffect*, float** in, float** out, std::int32_t frames) {
+void Process(AEffect* effect, float** in, float** out, std::int32_t frames) {
+    HangFor("hang in a block");
+    if (IsAsked("crash in a block"))
+        std::raise(SIGSEGV);
+    if (IsAsked("learn its latency"))
+        effect->initialDelay = 100;
+    if (IsAsked("round up"))
+        std::fesetround(FE_UPWARD);
     for (int channel = 0; channel < 2; ++channel)
         std::memcpy(out[channel], in[channel], static_cast<std::size_t>(frames) * sizeof(float));
+    if (IsAsked("give no number"))
+        out[1][0] = std::numeric_limits<float>::quiet_NaN();
+}
+
+// One value more each time that it is asked for.
+float Drift() {
+    static float value = 0.0F;
+    return value += 0.001F;
 }
 
 } // namespace
@@ -135,19 +153,20 @@ void Process(AEffect*, float** in, float** out, std::int32_t frames) {
 extern "C" __attribute__((visibility("default"))) AEffect* VSTPluginMain(AudioMasterFunction host) {
     HangFor("hang when loaded");
     theHost = host;
-    theEffect.magic = kEffectMagic;
-    theEffect.dispatcher = Dispatch;
-    theEffect.setParameter = [](AEffect*, std::int32_t index, float value) {
+    theEffect = new AEffect{};
+    theEffect->magic = kEffectMagic;
+    theEffect->dispatcher = Dispatch;
+    theEffect->setParameter = [](AEffect*, std::int32_t index, float value) {
         theValues[static_cast<std::size_t>(index)] = value;
     };
-    theEffect.getParameter = [](AEffect*, std::int32_t index) {
-        return theValues[static_cast<std::size_t>(index)].load();
+    theEffect->getParameter = [](AEffect*, std::int32_t index) {
+        return IsAsked("drift") && index == 3 ? Drift() : theValues[static_cast<std::size_t>(index)].load();
     };
-    theEffect.processReplacing = Process;
-    theEffect.numParams = kParameters;
-    theEffect.numInputs = 2;
-    theEffect.numOutputs = 2;
-    theEffect.flags = effFlagsHasEditor | effFlagsCanReplacing;
-    theEffect.uniqueID = 0x54726F75;
-    return &theEffect;
+    theEffect->processReplacing = Process;
+    theEffect->numParams = kParameters;
+    theEffect->numInputs = 2;
+    theEffect->numOutputs = 2;
+    theEffect->flags = effFlagsHasEditor | effFlagsCanReplacing;
+    theEffect->uniqueID = 0x54726F75;
+    return theEffect;
 }

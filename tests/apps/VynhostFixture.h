@@ -15,6 +15,17 @@ namespace vyntest {
 
 inline std::filesystem::path const kRealPlugins = "/usr/lib/vst3";
 
+/// All of zam-plugins; none where the package isn't installed.
+/// [any-thread]
+inline std::set<std::filesystem::path> ListZamPlugins() {
+    std::set<std::filesystem::path> modules;
+    if (std::filesystem::exists(kRealPlugins / "ZamVerb.vst3"))
+        for (auto const& entry : std::filesystem::directory_iterator(kRealPlugins))
+            if (entry.path().filename().string().starts_with("Za"))
+                modules.insert(entry.path());
+    return modules;
+}
+
 /// A folder with a stereo file of a second of noise, to be rendered by the program.
 class VynhostTest : public testing::Test {
 protected:
@@ -31,6 +42,25 @@ protected:
         ProgramResult const result = RunVynhost(Arguments(module, more));
         EXPECT_EQ(result.status, 0) << module << "\n" << result.out << result.err;
         return nlohmann::json::parse(result.out, nullptr, false);
+    }
+
+    struct Failure {
+        int status;
+        std::vector<std::string> arguments; ///< behind those that all have
+        std::string saying;                 ///< part of what is said
+    };
+
+    /// Each ends so, and leaves no file behind.
+    void ExpectFailures(std::vector<std::string> const& command, std::vector<Failure> const& failures) const {
+        auto const before = Names();
+        for (Failure const& one : failures) {
+            std::vector<std::string> arguments = command;
+            arguments.insert(arguments.end(), one.arguments.begin(), one.arguments.end());
+            ProgramResult const result = RunVynhost(arguments);
+            EXPECT_EQ(result.status, one.status) << result.err;
+            EXPECT_NE(result.err.find(one.saying), std::string::npos) << result.err << one.saying;
+            EXPECT_EQ(Names(), before);
+        }
     }
 
     std::set<std::string> Names() const {
@@ -52,10 +82,15 @@ protected:
         return RenderConfigured(configuration, MakeRequest());
     }
 
+    /// @param sink  called with each call of the plug-in
     nlohmann::json RenderConfigured(vynfixtures::FixtureConfiguration const& configuration,
-                                    vynhost::RenderRequest const& request) {
+                                    vynhost::RenderRequest const& request,
+                                    void (*sink)(vynfixtures::FixtureCall const*) = nullptr) {
         mFixture.Configure(configuration);
-        return nlohmann::json::parse(vynhost::RunRender(request));
+        mFixture->setSink(sink);
+        auto document = nlohmann::json::parse(vynhost::RunRender(request));
+        mFixture->setSink(nullptr);
+        return document;
     }
 
     vynhost::RenderRequest MakeRequest() const {

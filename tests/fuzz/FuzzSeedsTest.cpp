@@ -1,10 +1,9 @@
 #include "fuzz/FuzzTargets.h"
+#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <utility>
 
@@ -14,22 +13,20 @@ using namespace vynfuzz;
 
 // Also without the fuzzer every seed, and every input that once broke something, is tried, and each of them cut short.
 TEST(FuzzSeedsTest, SeedsAndTheirBeginningsKeepWhatMustHold) {
-    using Target = void (*)(std::uint8_t const*, std::size_t);
-    for (auto const& [folder, target] : {std::pair<char const*, Target>{"binary_text", FuzzBinaryText},
-                                         std::pair<char const*, Target>{"bus_configuration", FuzzBusConfiguration},
-                                         std::pair<char const*, Target>{"channel_map", FuzzChannelMap},
-                                         std::pair<char const*, Target>{"property_list", FuzzPropertyList},
-                                         std::pair<char const*, Target>{"state_chunk", FuzzStateChunk},
-                                         std::pair<char const*, Target>{"preset_file", FuzzPresetFile},
-                                         std::pair<char const*, Target>{"vst_preset_file", FuzzVSTPresetFile},
-                                         std::pair<char const*, Target>{"inventory_settings", FuzzInventorySettings},
-                                         std::pair<char const*, Target>{"midi_file", FuzzMidiFile},
-                                         std::pair<char const*, Target>{"ban_list", FuzzBanList},
-                                         std::pair<char const*, Target>{"static_ban_list", FuzzStaticBanList}}) {
+    for (auto const& [folder, target] : {std::pair<char const*, Target*>{"binary_text", FuzzBinaryText},
+                                         {"bus_configuration", FuzzBusConfiguration},
+                                         {"channel_map", FuzzChannelMap},
+                                         {"property_list", FuzzPropertyList},
+                                         {"state_chunk", FuzzStateChunk},
+                                         {"preset_file", FuzzPresetFile},
+                                         {"vst_preset_file", FuzzVSTPresetFile},
+                                         {"inventory_settings", FuzzInventorySettings},
+                                         {"midi_file", FuzzMidiFile},
+                                         {"ban_list", FuzzBanList},
+                                         {"static_ban_list", FuzzStaticBanList}}) {
         int seeds = 0;
         for (auto const& entry : std::filesystem::directory_iterator(std::filesystem::path(VYN_FUZZ_SEEDS) / folder)) {
-            std::ifstream file(entry.path(), std::ios::binary);
-            std::string const text{std::istreambuf_iterator<char>(file), {}};
+            std::string const text = vyntest::ReadText(entry.path());
             for (std::size_t length = 0; length <= text.size(); ++length)
                 target(reinterpret_cast<std::uint8_t const*>(text.data()), length);
             ++seeds;

@@ -1,21 +1,16 @@
 #include "vynaudiofilterhost/AudioFilterProxy.h"
+
 #include "fakes/RoutedFilter.h"
+#include "host/HostTest.h"
 #include "vynaudiofilterhost/catalogue/AudioFilterDescriptorManager.h"
 #include "vynaudiofilterhost/catalogue/AudioFilterFactory.h"
 #include "vynaudiofilterhost/GenericParameterInfo.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <tuple>
 
 namespace {
 
-using namespace vynaudiofilterhost;
-using vyncore::UString;
-using vyncore::proplist::PropList;
-using vyntest::Bus;
-using vyntest::MapOf;
+using namespace vyntest;
 
 /// Two parameters, the second without information; it takes whatever buses it is given.
 class PluginFilter : public AudioFilter {

@@ -1,18 +1,14 @@
 #include "vynaudiofilterhost/BusConfigurationUtilities.h"
 
-#include "vynaudiofilterhost/AudioFilter.h"
+#include "host/HostTest.h"
 
 #include <boost/any.hpp>
-#include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
-
-#include <string>
 
 namespace {
 
-using namespace vynaudiofilterhost;
+using namespace vyntest;
 using namespace vynaudiofilterhost::utility;
-using vynmediatypes::AudioBusDescription;
 using Buses = AudioFilter::Buses;
 constexpr auto kMain = AudioBusDescription::kTypeMain;
 constexpr auto kSideChain = AudioBusDescription::kTypeSideChain;
@@ -89,19 +85,15 @@ TEST(BusConfigurationTest, ValueOfTheWrongKindIsRaisedAndChangesNothing) {
     EXPECT_EQ(GetAudioFilterBusConfig(nullptr), ConvertBusConfigurationToJSON({}, {}));
 }
 
-TEST(BusConfigurationTest, HugeTextIsReadInTimeThatGrowsWithIt) {
-    std::string layout = "0";
-    for (int i = 0; i < 300000; ++i)
-        layout += ",100";
-    Buses inputs;
+TEST(BusConfigurationTest, TextThatIsNestedTooDeepIsNothing) {
+    Buses inputs = kInputs;
     Buses outputs;
-    ConvertBusConfigurationFromJSON("{\"in\":[{\"layout\":[" + layout + "]}]}", inputs, outputs);
-    ASSERT_EQ(inputs.size(), 1u);
-    EXPECT_EQ(inputs[0].GetChannelCount(), 300001);
     ConvertBusConfigurationFromJSON("{\"in\":" + std::string(1000000, '['), inputs, outputs);
+    EXPECT_TRUE(inputs.empty());
+    inputs = kInputs;
     ConvertBusConfigurationFromJSON("{\"in\":" + std::string(100000, '[') + std::string(100000, ']') + "}", inputs,
                                     outputs);
-    EXPECT_TRUE(inputs.empty()) << "too deep to be read";
+    EXPECT_TRUE(inputs.empty());
 }
 
 } // namespace

@@ -1,28 +1,15 @@
 #include "vynaudiofilterhost/ChannelMapUtilities.h"
 
 #include "fakes/RoutedFilter.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "host/HostTest.h"
 
 #include <limits>
-#include <string>
 #include <utility>
-#include <vector>
 
 namespace {
 
-using namespace vynaudiofilterhost;
+using namespace vyntest;
 using namespace vynaudiofilterhost::utility;
-using testing::ElementsAre;
-using testing::IsEmpty;
-using vyncore::proplist::PropList;
-using vynmediatypes::AudioBusDescription;
-using vynmediatypes::AudioChannelLayout;
-using vynmediatypes::ChannelMap;
-using vyntest::Bus;
-using vyntest::MapOf;
-using vyntest::ValuesOf;
 using Values = std::vector<int>;
 
 AudioChannelLayout Layout(std::initializer_list<int> labels) {

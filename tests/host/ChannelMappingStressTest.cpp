@@ -1,22 +1,16 @@
 #include "fakes/RoutedFilter.h"
+#include "host/HostTest.h"
 #include "vynaudiofilterhost/MainThread.h"
-
-#include <gtest/gtest.h>
 
 #include <array>
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
-#include <string>
 #include <thread>
-#include <vector>
 
 namespace {
 
-using namespace vynaudiofilterhost;
-using vyntest::Bus;
-using vyntest::MapOf;
-using vyntest::RoutedFilter;
+using namespace vyntest;
 
 constexpr std::size_t kSamples = 16;
 constexpr std::size_t kTargets = 4;

@@ -1,23 +1,14 @@
-#include "vynaudiofilterhost/AudioFilter.h"
+#include "host/HostTest.h"
 #include "vynaudiofilterhost/presets/PresetData.h"
 #include "vynaudiofilterhost/presets/PresetList.h"
-#include "vyncore/proplist/PropList.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <limits>
 #include <stdexcept>
-#include <string>
-#include <vector>
 
 namespace {
 
-using namespace vynaudiofilterhost;
-using testing::ElementsAre;
+using namespace vyntest;
 using testing::NanSensitiveFloatEq;
-using vyncore::UString;
-using vyncore::proplist::PropList;
 
 constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
 

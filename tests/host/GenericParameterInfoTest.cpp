@@ -73,9 +73,6 @@ TEST(GenericParameterInfoTest, ASwitchGoesByTheNormalizedValueAndWhatCannotBeAut
     EXPECT_FALSE(info.CanBeAutomated() || info.IsExposed());
     info.SetExposed(true);
     EXPECT_TRUE(info.IsExposed() && Info(0, 0, 1).IsExposed());
-}
-
-TEST(GenericParameterInfoTest, SwitchSpeaksTheUsersLanguage) {
     auto& localizer = vyncore::config::Localizer::Get();
     localizer.SetTranslation("vynaudiofilterhost/ParameterInfo/On", u"An");
     EXPECT_EQ(Info(3, 0, 1).GetParameterString(1.0f), u"An");

@@ -1,14 +1,14 @@
 #include "vynaudiofilterhost/Library.h"
 
+#include "host/HostTest.h"
 #include "vynaudiofilterhost/MainThread.h"
 #include "vyncore/threads/Threads.h"
 
-#include <gtest/gtest.h>
-
 #include <thread>
 
-namespace vynaudiofilterhost {
 namespace {
+
+using namespace vyntest;
 
 void RunElsewhere(void (*work)()) {
     std::thread(work).join();
@@ -29,9 +29,7 @@ TEST(LibraryTest, TheFirstInitializeNamesTheMainThreadUntilTheLastTerminate) {
         Terminate();
     });
     EXPECT_FALSE(CurrentThreadIDIsMainThreadID());
-}
-
-TEST(LibraryTest, ATerminateTooManyDoesNotSpoilTheCount) {
+    // One too many does not spoil the count.
     Terminate();
     ASSERT_TRUE(Initialize(true));
     Terminate();
@@ -42,4 +40,3 @@ TEST(LibraryTest, ATerminateTooManyDoesNotSpoilTheCount) {
 }
 
 } // namespace
-} // namespace vynaudiofilterhost

@@ -55,6 +55,22 @@ protected:
         mHandler.Post(new LoggingMessage(mLog, number, std::move(process), std::move(main)));
     }
 
+    void PumpBoth() {
+        mHandler.PumpFromMainThread();
+        mHandler.PumpFromProcessThread();
+    }
+
+    // The next flush ends the message, once nobody else holds it.
+    void ExpectToGo(boost::intrusive_ptr<LoggingMessage>& message) {
+        EXPECT_EQ(message->GetReferenceCount(), 2) << "the poster's and the list's";
+        bool gone = false;
+        message->onMain = [keep = std::shared_ptr<void>(nullptr, [&gone](void*) { gone = true; })] {};
+        message.reset();
+        EXPECT_FALSE(gone);
+        mHandler.FlushMessageQueue();
+        EXPECT_TRUE(gone);
+    }
+
     std::vector<int> mLog;
     ProcessMessageHandler mHandler;
 };
@@ -68,11 +84,9 @@ TEST_F(ProcessMessageHandlerTest, RingHoldsThirtyTwoMessagesAndTheRestFollowsInO
     }
     mHandler.PumpFromProcessThread();
     EXPECT_EQ(mLog.size(), 32u);
-    mHandler.PumpFromMainThread();
-    mHandler.PumpFromProcessThread();
+    PumpBoth();
     EXPECT_EQ(mLog.size(), 64u);
-    mHandler.PumpFromMainThread();
-    mHandler.PumpFromProcessThread();
+    PumpBoth();
     EXPECT_EQ(mLog, expected);
 }
 
@@ -85,8 +99,7 @@ TEST_F(ProcessMessageHandlerTest, MessageGoesToAndFroUntilItIsFinished) {
     EXPECT_EQ(mLog, (std::vector{1, -1}));
     mHandler.PumpFromProcessThread();
     EXPECT_EQ(mLog, (std::vector{1, -1}));
-    mHandler.PumpFromMainThread();
-    mHandler.PumpFromProcessThread();
+    PumpBoth();
     EXPECT_EQ(mLog, (std::vector{1, -1, 1}));
     mHandler.PumpFromMainThread();
     mHandler.PumpFromMainThread();
@@ -99,11 +112,9 @@ TEST_F(ProcessMessageHandlerTest, ReturningMessageKeepsItsPlaceInLine) {
     mHandler.PumpFromProcessThread();
     for (int number = 2; number <= 40; ++number)
         Post(number);
-    mHandler.PumpFromMainThread(); // 1 comes back, the ring is full with 2 to 33
-    mHandler.PumpFromProcessThread();
+    PumpBoth(); // 1 comes back, the ring is full with 2 to 33
     mLog.clear();
-    mHandler.PumpFromMainThread();
-    mHandler.PumpFromProcessThread();
+    PumpBoth();
     EXPECT_EQ(mLog, (std::vector{1, 34, 35, 36, 37, 38, 39, 40}));
 }
 
@@ -118,18 +129,8 @@ TEST_F(ProcessMessageHandlerTest, FinishedMessageStaysAsLongAsSomebodyElseHoldsI
     mHandler.Post(message);
     mHandler.PumpFromMainThread();
     EXPECT_EQ(message->GetReferenceCount(), 2);
-    // The poster's and the list's: once the poster lets go, the next pump purges it.
-    boost::intrusive_ptr<LoggingMessage> witness = message;
-    message.reset();
     mHandler.PumpFromMainThread();
-    EXPECT_EQ(witness->GetReferenceCount(), 2);
-    LoggingMessage* const bare = witness.get();
-    bool gone = false;
-    bare->onMain = [keep = std::shared_ptr<void>(nullptr, [&gone](void*) { gone = true; })] {};
-    witness.reset();
-    EXPECT_FALSE(gone);
-    mHandler.PumpFromMainThread();
-    EXPECT_TRUE(gone);
+    ExpectToGo(message);
 }
 
 TEST_F(ProcessMessageHandlerTest, MessageThatPostsFromItsMainSideIsNotRunTwice) {
@@ -162,13 +163,7 @@ TEST_F(ProcessMessageHandlerTest, MessageThatThrowsIsFinishedAndGoes) {
     EXPECT_THROW(mHandler.FlushMessageQueue(), int);
     mHandler.FlushMessageQueue();
     EXPECT_EQ(mLog, (std::vector{1}));
-    EXPECT_EQ(message->GetReferenceCount(), 2);
-    LoggingMessage* const bare = message.get();
-    bool gone = false;
-    bare->onMain = [keep = std::shared_ptr<void>(nullptr, [&gone](void*) { gone = true; })] {};
-    message.reset();
-    mHandler.FlushMessageQueue();
-    EXPECT_TRUE(gone);
+    ExpectToGo(message);
 }
 
 /// Counts on both sides without allocating.

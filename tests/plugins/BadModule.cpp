@@ -15,6 +15,7 @@
 #include <sys/stat.h>
 #include <thread>
 #include <unistd.h>
+#include <utility>
 #include <vector>
 
 // Compiled once for each module that does harm to whoever opens it; the build says in VYN_BAD_DEED which it does. All
@@ -35,8 +36,6 @@ namespace {
 
 constexpr std::string_view kDeed = VYN_BAD_DEED;
 constexpr std::chrono::milliseconds kSoon{40};
-constexpr std::chrono::hours kForEver{24};
-
 constexpr char const* kMark = "VYN_FIXTURE_MARK";
 
 // Of the protocol of a scan's children, which a module has no business to know.
@@ -46,41 +45,59 @@ constexpr char kDoneFrame = 9;
 constexpr char const* kOthers = R"(<proplist version="1"><int key="num_plugin_infos">1</int><list key="plugin_info0">
     <text key="locator">3:/other.vst3</text><int key="type">3</int><bool key="enabled">true</bool></list></proplist>)";
 
-// Each module does one deed of all these.
-[[maybe_unused]] std::atomic<bool> volatile theEndOfTheLoop{false}; ///< nobody sets it
+std::atomic<bool> volatile theEndOfTheLoop{false}; ///< nobody sets it
 
-[[maybe_unused, noreturn]] void Crash() {
+[[noreturn]] void Crash() {
     std::raise(SIGSEGV);
     std::abort();
 }
 
-[[maybe_unused]] int FillStack(int depth) {
+int FillStack(int depth) {
     char volatile frame[4096];
     frame[0] = 1;
     return depth == 0 ? 0 : FillStack(depth - 1) + frame[0];
 }
 
-[[maybe_unused, noreturn]] void FillMemory() {
+[[noreturn]] void FillMemory() {
     constexpr std::size_t kPiece = std::size_t{16} << 20;
     while (true)
         std::memset(std::malloc(kPiece), 1, kPiece);
 }
 
-[[maybe_unused]] void Print(std::size_t bytes) {
+void Print(std::size_t bytes) {
     std::vector<char> const text(65536, 'x');
     for (std::size_t printed = 0; printed < bytes; printed += text.size())
         if (::write(STDOUT_FILENO, text.data(), text.size()) < 0)
             return;
 }
 
-[[maybe_unused]] void StartProcess(bool returns) {
-    if (::fork() != 0 || returns)
+void SleepForEver() {
+    std::this_thread::sleep_for(std::chrono::hours(24));
+}
+
+void CrashLater() {
+    std::thread([] {
+        std::this_thread::sleep_for(kSoon);
+        Crash();
+    }).detach();
+}
+
+void LeaveProcess(void (*work)()) {
+    if (::fork() != 0)
         return;
-    std::this_thread::sleep_for(kForEver);
+    work();
     std::_Exit(0);
 }
 
-[[maybe_unused]] void LeakDescriptors() {
+void StopHost() {
+    static pid_t const host = ::getpid();
+    LeaveProcess([] {
+        std::this_thread::sleep_for(kSoon);
+        ::kill(host, SIGSTOP);
+    });
+}
+
+void LeakDescriptors() {
     constexpr rlim_t kLimit = 64;
     rlimit limit{};
     ::getrlimit(RLIMIT_NOFILE, &limit);
@@ -91,7 +108,7 @@ constexpr char const* kOthers = R"(<proplist version="1"><int key="num_plugin_in
 }
 
 /// What the host's child says to its parent, as if it were the child.
-[[maybe_unused]] void Speak(std::string const& bytes) {
+void Speak(std::string const& bytes) {
     constexpr int kMostDescriptors = 64;
     for (int descriptor = STDERR_FILENO + 1; descriptor < kMostDescriptors; ++descriptor) {
         struct stat status {};
@@ -102,7 +119,7 @@ constexpr char const* kOthers = R"(<proplist version="1"><int key="num_plugin_in
     }
 }
 
-[[maybe_unused]] std::string Frame(char kind, std::string const& text) {
+std::string Frame(char kind, std::string const& text) {
     std::string frame;
     for (int place = 0; place < 4; ++place)
         frame += static_cast<char>((text.size() >> (8 * place)) & 0xFF);
@@ -122,67 +139,42 @@ struct StaticObject {
     }
 } const theObject;
 
+constexpr std::pair<std::string_view, void (*)()> kDeedsAtEntry[]{
+    {"crash at entry", Crash},
+    {"loop",
+     [] {
+         while (!theEndOfTheLoop)
+             ;
+     }},
+    {"sleep", SleepForEver},
+    {"exit", [] { std::exit(0); }},
+    {"throw at entry", [] { throw std::runtime_error("the entry point throws"); }},
+    {"abort on a thread", [] { std::thread(std::abort).join(); }},
+    {"crash on a thread, later", CrashLater},
+    {"leave a process", [] { LeaveProcess(SleepForEver); }},
+    {"go on in two processes", [] { static_cast<void>(::fork()); }},
+    {"leave a process that prints", [] { LeaveProcess([] { Print(SIZE_MAX); }); }},
+    {"leave a process that stops the host", StopHost},
+    {"leak descriptors", LeakDescriptors},
+    {"mark the process", [] { ::setenv(kMark, "1", 1); }},
+    {"sleep in a marked process", [] { std::getenv(kMark) ? SleepForEver() : void(); }},
+    {"chatter", [] { Speak(Frame(kFilterFrame, std::string(100000, 'x'))); }},
+    {"speak of others", [] { Speak(Frame(kFiledFrame, kOthers) + Frame(kDoneFrame, "")), SleepForEver(); }},
+    {"fill the stack", [] { FillStack(INT_MAX); }},
+    {"fill the memory", FillMemory},
+    {"print a megabyte", [] { Print(1 << 20); }},
+    {"print without end", [] { Print(SIZE_MAX); }},
+    {"read standard input",
+     [] {
+         while (std::getchar() != EOF)
+             ;
+     }},
+};
+
 void DoDeedAtEntry() {
-    if constexpr (kDeed == "crash at entry")
-        Crash();
-    if constexpr (kDeed == "loop")
-        while (!theEndOfTheLoop)
-            ;
-    if constexpr (kDeed == "sleep")
-        std::this_thread::sleep_for(kForEver);
-    if constexpr (kDeed == "exit")
-        std::exit(0);
-    if constexpr (kDeed == "throw at entry")
-        throw std::runtime_error("the entry point throws");
-    if constexpr (kDeed == "abort on a thread")
-        std::thread([] { std::abort(); }).join();
-    if constexpr (kDeed == "crash on a thread, later")
-        std::thread([] {
-            std::this_thread::sleep_for(kSoon);
-            Crash();
-        }).detach();
-    if constexpr (kDeed == "leave a process")
-        StartProcess(false);
-    if constexpr (kDeed == "go on in two processes")
-        StartProcess(true);
-    if constexpr (kDeed == "leave a process that prints") {
-        if (::fork() == 0) {
-            Print(SIZE_MAX);
-            std::_Exit(0);
-        }
-    }
-    if constexpr (kDeed == "leave a process that stops the host") {
-        pid_t const host = ::getpid();
-        if (::fork() == 0) {
-            std::this_thread::sleep_for(kSoon);
-            ::kill(host, SIGSTOP);
-            std::_Exit(0);
-        }
-    }
-    if constexpr (kDeed == "leak descriptors")
-        LeakDescriptors();
-    if constexpr (kDeed == "mark the process")
-        ::setenv(kMark, "1", 1);
-    if constexpr (kDeed == "sleep in a marked process")
-        if (std::getenv(kMark))
-            std::this_thread::sleep_for(kForEver);
-    if constexpr (kDeed == "chatter")
-        Speak(Frame(kFilterFrame, std::string(100000, 'x')));
-    if constexpr (kDeed == "speak of others") {
-        Speak(Frame(kFiledFrame, kOthers) + Frame(kDoneFrame, ""));
-        std::this_thread::sleep_for(kForEver);
-    }
-    if constexpr (kDeed == "fill the stack")
-        FillStack(INT_MAX);
-    if constexpr (kDeed == "fill the memory")
-        FillMemory();
-    if constexpr (kDeed == "print a megabyte")
-        Print(1 << 20);
-    if constexpr (kDeed == "print without end")
-        Print(SIZE_MAX);
-    if constexpr (kDeed == "read standard input")
-        while (std::getchar() != EOF)
-            ;
+    for (auto const& [name, deed] : kDeedsAtEntry)
+        if (name == kDeed)
+            deed();
     if constexpr (kDeed == "miss a symbol")
         VynFixtureSymbolOfNobody();
 }

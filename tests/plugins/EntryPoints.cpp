@@ -42,7 +42,7 @@ SMTG_EXPORT_SYMBOL FixtureExports const* FixtureEntry() {
 #ifdef VYN_FIXTURE_MODULE_ENTRY
 SMTG_EXPORT_SYMBOL bool ModuleEntry(void* handle) {
     Record(FixtureObject::Module, "ModuleEntry", {handle != nullptr});
-    return VYN_FIXTURE_MODULE_ENTRY && !ModuleState::Get().configuration.Fails(FixtureFault::EntryFails);
+    return VYN_FIXTURE_MODULE_ENTRY;
 }
 
 SMTG_EXPORT_SYMBOL bool ModuleExit() {
@@ -54,7 +54,7 @@ SMTG_EXPORT_SYMBOL bool ModuleExit() {
 #ifdef VYN_FIXTURE_INIT_DLL
 SMTG_EXPORT_SYMBOL bool InitDll() {
     Record(FixtureObject::Module, "InitDll");
-    return VYN_FIXTURE_INIT_DLL && !ModuleState::Get().configuration.Fails(FixtureFault::EntryFails);
+    return VYN_FIXTURE_INIT_DLL;
 }
 
 SMTG_EXPORT_SYMBOL bool ExitDll() {

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "plugins/FixtureViewConfiguration.h"
-
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -16,7 +14,6 @@ inline constexpr int kFixtureMaxLists = 4;
 
 /// What a fixture does wrong, as bits of FixtureConfiguration::faults.
 enum class FixtureFault : unsigned {
-    EntryFails, ///< ModuleEntry or InitDll
     NullFactory,
     FactoryInfoFails,
     ClassInfoFails, ///< for every class
@@ -37,7 +34,6 @@ enum class FixtureFault : unsigned {
     ComponentGetStateFails, ///< after it wrote its bytes
     ControllerGetStateFails,
     SetStateFails, ///< setState and setComponentState, after they took the bytes
-    ParameterInfoFails,
     ProgramNameFails,
 };
 
@@ -96,6 +92,34 @@ struct FixtureMidiAssignment {
     unsigned id = 0;
 };
 
+/// A rectangle as views state it. It may be empty, or any nonsense.
+struct FixtureRect {
+    std::int32_t left = 0;
+    std::int32_t top = 0;
+    std::int32_t right = 0;
+    std::int32_t bottom = 0;
+
+    friend bool operator==(FixtureRect const&, FixtureRect const&) = default;
+};
+
+/// How the view of a fixture's controller behaves.
+struct FixtureViewConfiguration {
+    bool present = false; ///< false: createView gives null
+    FixtureRect size = {0, 0, 400, 300};
+    bool sizeFails = false; ///< getSize, which leaves the rectangle alone
+    bool attachedFails = false;
+
+    FixtureRect resizeInAttached = {}; ///< what attached asks the frame for; all 0: nothing
+    FixtureRect resizeInOnSize = {};   ///< what onSize asks for in its turn; all 0: nothing
+    int resizesInOnSize = 1;           ///< how often it does so; -1: every time
+
+    /// While it is attached the view has a timer of a millisecond and a pipe with a byte in it registered with the run
+    /// loop of its frame. Their handlers are the module's own, and outlive the view.
+    bool usesRunLoop = false;
+    bool readsPipe = true;       ///< the pipe's handler takes the byte out
+    bool leavesHandlers = false; ///< removed unregisters nothing
+};
+
 /// How a fixture module behaves, set before the host loads it or makes an object of it. A plain record, copied whole;
 /// as constructed it is a faultless stereo effect with one parameter, the gain.
 /// Counts may be negative or absurd: they are reported as they stand.
@@ -105,11 +129,9 @@ struct FixtureConfiguration {
     char throwIn[48] = "";   ///< the call that throws, such as "Controller.getState"; "" for none
     int throwFrom = 1;       ///< which of these calls is the first to throw, counted from 1 since this was set
 
-    char className[64] = "Fixture";
     char subCategories[128] = "Fx";
     char vendor[64] = "Fixture Works";
     char sdkVersion[64] = "VST 3.6.8";
-    char factoryVendor[64] = "Fixture Factory";
     int factoryLevel = 3;    ///< 1: IPluginFactory alone, 2: IPluginFactory2, 3: IPluginFactory3
     int otherClassCount = 1; ///< classes of another category; the first one is the controller
 
@@ -121,10 +143,9 @@ struct FixtureConfiguration {
     int eventOutputCount = 0;
     FixtureBusAnswer busAnswer = FixtureBusAnswer::Accept;
 
-    /// Parameter i has ID i, title "Parameter i", unit 0, ordinaryFlags, no steps and default 0.5 unless `special`
-    /// lists it. ID 0 is the gain: 2 * value.
+    /// Parameter i has ID i, title "Parameter i", unit 0, the flag 1, no steps and default 0.5 unless `special` lists
+    /// it. ID 0 is the gain: 2 * value.
     int parameterCount = 1;
-    int ordinaryFlags = 1;
     double plainLow = 0.0; ///< plain values run from here
     double plainHigh = 100.0;
     int specialCount = 0;
@@ -138,8 +159,6 @@ struct FixtureConfiguration {
     int programCounts[kFixtureMaxLists] = {};
     bool midiMapping = false;
     FixtureMidiAssignment midiAssignments[4] = {};
-    bool componentConnects = true; ///< the component object answers for IConnectionPoint
-    bool controllerConnects = true;
 
     unsigned latency = 0;
     bool delayAudio = false; ///< the output comes `latency` samples late
@@ -152,12 +171,9 @@ struct FixtureConfiguration {
     FixtureBlob componentState = {};
     FixtureBlob controllerState = {};
 
-    int outputPointCount = 0; ///< points per process call: offset k, value k / 1024
-    unsigned outputPointId = 0;
-    int outputEventCount = 0;
+    int outputPointCount = 0; ///< points of parameter 0 per process call: offset k, value k / 1024
 
     bool performEditInProcess = false; ///< performEdit(0, 0.25) from each process call
-    int restartFlagsAtActivation = 0;  ///< restartComponent with these at setActive(1)
     bool spoilsOutputs = false;        ///< process, at its end, takes the output buses out of the host's own data
 
     bool vendorInterfaces = false; ///< component, controller and processor answer for the vendor's
@@ -191,16 +207,11 @@ struct FixtureConfiguration {
         return *this;
     }
 
-    FixtureParameter const* FindSpecial(unsigned id) const {
+    double DefaultValue(unsigned id) const {
         for (int i = 0; i < specialCount; ++i)
             if (special[i].id == id)
-                return &special[i];
-        return nullptr;
-    }
-
-    double DefaultValue(unsigned id) const {
-        FixtureParameter const* const parameter = FindSpecial(id);
-        return parameter != nullptr ? parameter->defaultValue : 0.5;
+                return special[i].defaultValue;
+        return 0.5;
     }
 
     /// Appends a parameter; its ID is its index.

@@ -37,7 +37,7 @@ void* FixtureController::Find(TUID const id) {
         return static_cast<IUnitInfo*>(this);
     if (SameID(id, IMidiMapping_iid) && mConfiguration.midiMapping)
         return static_cast<IMidiMapping*>(this);
-    if (SameID(id, IConnectionPoint_iid) && mConfiguration.controllerConnects)
+    if (SameID(id, IConnectionPoint_iid))
         return static_cast<IConnectionPoint*>(this);
     if (SameID(id, kVendorControllerID) && mConfiguration.vendorInterfaces)
         return &mVendorController;
@@ -57,10 +57,7 @@ int FixtureController::CallHost(FixtureHostCall call, unsigned id, double value)
         return handler->endEdit(id);
     if (call == RestartComponent)
         return handler->restartComponent(static_cast<int32>(id));
-    if (call == SendMessage)
-        return lastController->mLink.SendMessage(id);
-    auto const second = Ask<IComponentHandler2>(handler, IComponentHandler2_iid);
-    return second ? second->setDirty(id != 0) : kFixtureNoHost;
+    return lastController->mLink.SendMessage(id);
 }
 
 tresult FixtureController::setComponentState(IBStream* stream) {
@@ -88,9 +85,9 @@ double* FixtureController::ValueOf(ParamID id) {
 
 tresult FixtureController::getParameterInfo(int32 index, ParameterInfo& info) {
     Record(kObject, "getParameterInfo", {index});
-    if (index < 0 || index >= mConfiguration.parameterCount || Fails(FixtureFault::ParameterInfoFails))
+    if (index < 0 || index >= mConfiguration.parameterCount)
         return kInvalidArgument;
-    FixtureParameter ordinary{.index = index, .id = static_cast<ParamID>(index), .flags = mConfiguration.ordinaryFlags};
+    FixtureParameter ordinary{.index = index, .id = static_cast<ParamID>(index)};
     auto const specialEnd = mConfiguration.special + mConfiguration.specialCount;
     auto const special = std::find_if(mConfiguration.special, specialEnd, [&](auto& p) { return p.index == index; });
     if (special == specialEnd)

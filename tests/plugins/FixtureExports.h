@@ -12,7 +12,6 @@ enum class FixtureHostCall : int {
     PerformEdit,      ///< id, value
     EndEdit,          ///< id
     RestartComponent, ///< id: the flags
-    SetDirty,         ///< id: the state
     SendMessage,      ///< the controller makes a message with id in its attribute "number" and notifies its peer
 };
 

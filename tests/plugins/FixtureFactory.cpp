@@ -46,7 +46,7 @@ tresult FillInfo(char const* call, int32 index, Info& info) {
     CopyClassID(kind, number, info.cid);
     info.cardinality = PClassInfo::kManyInstances;
     SetFixtureText<char>(info.category, categories[kind]);
-    FillField(info.name, Configuration().className + (number == 0 ? "" : ' ' + std::to_string(number)));
+    FillField(info.name, std::string("Fixture") + (number == 0 ? "" : ' ' + std::to_string(number)));
     if constexpr (!std::is_same_v<Info, PClassInfo>) {
         FillField(info.subCategories, Configuration().subCategories);
         FillField(info.vendor, Configuration().vendor);
@@ -85,7 +85,7 @@ public:
 
     tresult PLUGIN_API getFactoryInfo(PFactoryInfo* info) override {
         Record(FixtureObject::Factory, "getFactoryInfo");
-        FillField(info->vendor, Configuration().factoryVendor);
+        FillField(info->vendor, "Fixture Factory");
         return Configuration().Fails(FixtureFault::FactoryInfoFails) ? kInternalError : kResultOk;
     }
 

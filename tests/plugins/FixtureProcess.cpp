@@ -1,4 +1,3 @@
-#include "plugins/BlockSnapshot.h"
 #include "plugins/FixtureProcessor.h"
 
 #include "pluginterfaces/vst/ivsteditcontroller.h"
@@ -7,6 +6,82 @@
 
 namespace vynfixtures {
 namespace {
+
+void SnapshotBuses(int32 count, AudioBusBuffers const* buses, FixtureBlockBuses& facts) {
+    facts.count = count;
+    facts.present = buses != nullptr;
+    int run = 0;
+    for (int bus = 0; bus < count && bus < kFixtureMaxBuses && buses != nullptr; ++bus) {
+        facts.channels[bus] = buses[bus].numChannels;
+        facts.silence[bus] = buses[bus].silenceFlags;
+        for (int32 c = 0; c < buses[bus].numChannels && run < kFixtureMaxChannels; ++c)
+            facts.buffers[run++] = buses[bus].channelBuffers32[c];
+    }
+}
+
+void SnapshotContext(ProcessContext const& context, FixtureBlock& block) {
+    block.state = context.state;
+    block.sampleRate = context.sampleRate;
+    block.projectTimeSamples = context.projectTimeSamples;
+    block.systemTime = context.systemTime;
+    block.projectTimeMusic = context.projectTimeMusic;
+    block.barPositionMusic = context.barPositionMusic;
+    block.tempo = context.tempo;
+    block.timeSigNumerator = context.timeSigNumerator;
+    block.timeSigDenominator = context.timeSigDenominator;
+}
+
+void SnapshotPoints(IParamValueQueue& queue, FixtureBlock& block) {
+    int32 const count = queue.getPointCount();
+    for (int32 i = 0; i < count; ++i, ++block.pointCount) {
+        FixturePoint point{queue.getParameterId(), -1, -1.0};
+        queue.getPoint(i, point.offset, point.value);
+        if (block.pointCount < kFixtureMaxPoints)
+            block.points[block.pointCount] = point;
+    }
+}
+
+// Note-on, note-off and polyphonic pressure begin alike; what follows stands elsewhere in each.
+FixtureEvent FactsOf(Event const& event) {
+    float const amount = event.type == Event::kNoteOffEvent        ? event.noteOff.velocity
+                         : event.type == Event::kPolyPressureEvent ? event.polyPressure.pressure
+                                                                   : event.noteOn.velocity;
+    return {event.busIndex,     event.sampleOffset, event.type, event.noteOn.channel,
+            event.noteOn.pitch, event.flags,        amount};
+}
+
+void SnapshotEvents(IEventList& events, FixtureBlock& block) {
+    block.eventCount = events.getEventCount();
+    for (int i = 0; i < block.eventCount && i < kFixtureMaxEvents; ++i) {
+        Event event{};
+        events.getEvent(i, event);
+        block.events[i] = FactsOf(event);
+    }
+}
+
+void SnapshotLists(ProcessData const& data, FixtureBlock& block) {
+    block.hasInputChanges = data.inputParameterChanges != nullptr;
+    block.hasInputEvents = data.inputEvents != nullptr;
+    block.changeCount = block.hasInputChanges ? data.inputParameterChanges->getParameterCount() : 0;
+    for (int i = 0; i < block.changeCount; ++i)
+        if (auto* const queue = data.inputParameterChanges->getParameterData(i))
+            SnapshotPoints(*queue, block);
+    if (block.hasInputEvents)
+        SnapshotEvents(*data.inputEvents, block);
+}
+
+// Logs a process call and keeps its facts. Takes no lock and allocates nothing.
+void SnapshotBlock(ProcessData const& data, FixtureBlock& block) {
+    block = {};
+    block.numSamples = data.numSamples;
+    SnapshotBuses(data.numInputs, data.inputs, block.inputs);
+    SnapshotBuses(data.numOutputs, data.outputs, block.outputs);
+    if (data.processContext != nullptr)
+        SnapshotContext(*data.processContext, block);
+    SnapshotLists(data, block);
+    Record(FixtureObject::Component, "process",
+           {data.numSamples, {data.numInputs, block.changeCount}, static_cast<double>(block.projectTimeSamples)});
+}
 
 uint64 AllChannels(int32 count) {
     return count >= 64 ? ~uint64{0} : (uint64{1} << count) - 1;
@@ -65,13 +140,8 @@ void FixtureProcessor::FailIfTold() const {
 void FixtureProcessor::WriteOutputs(ProcessData& data) const {
     int32 index = 0;
     for (int32 k = 0; k < mConfiguration.outputPointCount && data.outputParameterChanges != nullptr; ++k)
-        if (auto* const queue = data.outputParameterChanges->addParameterData(mConfiguration.outputPointId, index))
+        if (auto* const queue = data.outputParameterChanges->addParameterData(0, index))
             queue->addPoint(k, k / 1024.0, index);
-    for (int32 k = 0; k < mConfiguration.outputEventCount && data.outputEvents != nullptr; ++k) {
-        Event event{};
-        event.sampleOffset = k;
-        data.outputEvents->addEvent(event);
-    }
 }
 
 void FixtureProcessor::Render(ProcessData& data) {

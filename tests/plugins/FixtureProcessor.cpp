@@ -2,8 +2,6 @@
 
 #include "plugins/StateBlob.h"
 
-#include "pluginterfaces/vst/ivsteditcontroller.h"
-
 #include <bit>
 
 namespace vynfixtures {
@@ -13,7 +11,7 @@ void* FixtureProcessor::Find(TUID const id) {
         return static_cast<IComponent*>(this);
     if (SameID(id, IAudioProcessor_iid) && !Fails(FixtureFault::NoAudioProcessor))
         return static_cast<IAudioProcessor*>(this);
-    if (SameID(id, IConnectionPoint_iid) && mConfiguration.componentConnects)
+    if (SameID(id, IConnectionPoint_iid))
         return static_cast<IConnectionPoint*>(this);
     if (SameID(id, kVendorComponentID) && mConfiguration.vendorInterfaces)
         return &mVendorComponent;
@@ -50,10 +48,6 @@ tresult FixtureProcessor::setActive(TBool state) {
     mDelay = mConfiguration.delayAudio ? ModuleState::Get().latency.load() : 0;
     mDelayPosition = 0;
     mDelayLines.assign(state != 0 ? mDelay * kFixtureMaxChannels : 0, 0.0F);
-    int32 const flags = mConfiguration.restartFlagsAtActivation;
-    auto const handler = Ask<IComponentHandler>(mLink.GetContext(), IComponentHandler_iid);
-    if (state != 0 && flags != 0 && handler)
-        Record(kObject, "host:restartComponent", {handler->restartComponent(flags), {flags}});
     return kResultOk;
 }
 

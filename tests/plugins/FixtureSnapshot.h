@@ -17,7 +17,7 @@ struct FixturePoint {
 };
 
 struct FixtureEvent {
-    int bus, offset, type, channel, pitch, noteId;
+    int bus, offset, type, channel, pitch;
     unsigned flags;
     float amount; ///< velocity or pressure
 };
@@ -33,22 +33,20 @@ struct FixtureBlockBuses {
 
 /// The facts of the last process call. Counts are the true ones; the arrays hold the first of them.
 struct FixtureBlock {
-    int numSamples, processMode, sampleSize;
+    int numSamples;
     FixtureBlockBuses inputs, outputs;
 
-    bool hasContext;
     unsigned state;
     double sampleRate, projectTimeMusic, barPositionMusic, tempo;
     std::int64_t projectTimeSamples, systemTime;
     int timeSigNumerator, timeSigDenominator;
 
-    bool hasInputChanges, hasOutputChanges, hasInputEvents, hasOutputEvents;
+    bool hasInputChanges, hasInputEvents;
     int changeCount; ///< parameters that changed
     int pointCount;  ///< points of all of them
     FixturePoint points[kFixtureMaxPoints];
     int eventCount;
     FixtureEvent events[kFixtureMaxEvents];
-    int outputChangeCount, outputEventCount; ///< before the fixture added its own
 };
 
 /// Host interfaces that the context of `initialize` answered for, as bits.

@@ -51,7 +51,7 @@ VSTFixtureParameter const* VSTFixtureEffect::FindParameter(std::int32_t index) c
     return index >= 0 && index < mConfiguration.listedParameters ? &mConfiguration.parameters[index] : nullptr;
 }
 
-std::intptr_t VSTFixtureEffect::AnswerOfEffect(std::int32_t opcode, std::int32_t, void* ptr) {
+std::intptr_t VSTFixtureEffect::AnswerOfEffect(std::int32_t opcode, void* ptr) {
     switch (opcode) {
     case effGetVstVersion:
         return mConfiguration.vstVersion;
@@ -80,7 +80,8 @@ std::intptr_t VSTFixtureEffect::NextOfShell(char* name) {
     return mShellIndex < mConfiguration.shellCount ? mConfiguration.shellIDs[mShellIndex++] : 0;
 }
 
-std::intptr_t VSTFixtureEffect::AnswerOfParameter(std::int32_t opcode, std::int32_t index, void* ptr) const {
+std::intptr_t VSTFixtureEffect::AnswerOfParameter(std::int32_t opcode, std::int32_t index, std::intptr_t value,
+                                                  void* ptr) {
     VSTFixtureParameter const* const listed = FindParameter(index);
     auto* const buffer = static_cast<char*>(ptr);
     switch (opcode) {
@@ -95,8 +96,10 @@ std::intptr_t VSTFixtureEffect::AnswerOfParameter(std::int32_t opcode, std::int3
         return 1;
     case effCanBeAutomated:
         return listed == nullptr || listed->canBeAutomated;
-    default:
+    case effGetParameterProperties:
         return GetProperties(index, ptr);
+    default:
+        return AnswerOfState(opcode, index, value, ptr);
     }
 }
 
@@ -125,9 +128,11 @@ std::intptr_t VSTFixtureEffect::AnswerOfState(std::int32_t opcode, std::int32_t 
         return 1;
     case effGetChunk:
         return GetChunk(static_cast<void**>(ptr));
-    default:
+    case effSetChunk:
         SetChunk(value, ptr);
         return 1;
+    default:
+        return AnswerOfBuses(opcode, index, value, ptr);
     }
 }
 
@@ -163,8 +168,10 @@ std::intptr_t VSTFixtureEffect::AnswerOfBuses(std::int32_t opcode, std::int32_t 
         return WritePin(mConfiguration, mConfiguration.outputPins, index, ptr);
     case effSetSpeakerArrangement:
         return SetArrangements(reinterpret_cast<void const*>(value), ptr);
-    default:
+    case effGetSpeakerArrangement:
         return GetArrangements(reinterpret_cast<void*>(value), ptr);
+    default:
+        return AnswerOfEditor(opcode, ptr);
     }
 }
 
@@ -200,6 +207,31 @@ std::intptr_t VSTFixtureEffect::GetArrangements(void* input, void* output) {
     }
     HandOut(input, hasInput ? &mInputSpeakers : nullptr);
     HandOut(output, hasOutput ? &mOutputSpeakers : nullptr);
+    return 1;
+}
+
+std::intptr_t VSTFixtureEffect::AnswerOfEditor(std::int32_t opcode, void* ptr) {
+    switch (opcode) {
+    case effEditGetRect:
+        return GetEditorRect(static_cast<ERect**>(ptr));
+    case effEditOpen:
+        mEditorOpen = true;
+        return mConfiguration.editor.openAnswer;
+    case effEditClose:
+        mEditorOpen = false;
+        return 1;
+    case effVendorSpecific:
+        return mConfiguration.editor.vendorAnswer;
+    default:
+        return AnswerOfEffect(opcode, ptr);
+    }
+}
+
+std::intptr_t VSTFixtureEffect::GetEditorRect(ERect** rect) {
+    if (mConfiguration.editor.hasRect && (mEditorOpen || !mConfiguration.editor.rectWhenOpen)) {
+        mEditorRect = mConfiguration.editor.rect;
+        *rect = &mEditorRect;
+    }
     return 1;
 }
 

@@ -169,34 +169,7 @@ std::intptr_t VSTFixtureEffect::Dispatch(std::int32_t opcode, std::int32_t index
     // Gone behind this call, whether it throws or not.
     std::unique_ptr<VSTFixtureEffect> const closed(opcode == effClose ? this : nullptr);
     Enter(opcode, index, value, ptr, opt);
-    switch (opcode) {
-    case effClose:
-        return 1;
-    case effGetParamLabel:
-    case effGetParamDisplay:
-    case effGetParamName:
-    case effCanBeAutomated:
-    case effGetParameterProperties:
-        return AnswerOfParameter(opcode, index, ptr);
-    case effSetProgram:
-    case effGetChunk:
-    case effSetChunk:
-    case effGetProgramNameIndexed:
-        return AnswerOfState(opcode, index, value, ptr);
-    case effGetInputProperties:
-    case effGetOutputProperties:
-    case effSetSpeakerArrangement:
-    case effGetSpeakerArrangement:
-        return AnswerOfBuses(opcode, index, value, ptr);
-    case effEditGetRect:
-    case effEditOpen:
-    case effEditClose:
-    case effEditIdle:
-    case effVendorSpecific:
-        return AnswerOfEditor(opcode, ptr);
-    default:
-        return AnswerOfEffect(opcode, index, ptr);
-    }
+    return opcode == effClose ? 1 : AnswerOfParameter(opcode, index, value, ptr);
 }
 
 } // namespace vynfixtures

@@ -40,12 +40,13 @@ private:
     bool IsRecordSpoilt() const;
 
     std::intptr_t Dispatch(std::int32_t opcode, std::int32_t index, std::intptr_t value, void* ptr, float opt);
-    std::intptr_t AnswerOfEffect(std::int32_t opcode, std::int32_t index, void* ptr);
-    std::intptr_t AnswerOfParameter(std::int32_t opcode, std::int32_t index, void* ptr) const;
+    /// Each answers its opcodes, and leaves others to the next.
+    std::intptr_t AnswerOfParameter(std::int32_t opcode, std::int32_t index, std::intptr_t value, void* ptr);
     std::intptr_t AnswerOfState(std::int32_t opcode, std::int32_t index, std::intptr_t value, void* ptr);
-    std::intptr_t AnswerOfEditor(std::int32_t opcode, void* ptr);
-    std::intptr_t GetEditorRect(vynaudiofilterhost::vst::ERect** rect);
     std::intptr_t AnswerOfBuses(std::int32_t opcode, std::int32_t index, std::intptr_t value, void* ptr);
+    std::intptr_t AnswerOfEditor(std::int32_t opcode, void* ptr);
+    std::intptr_t AnswerOfEffect(std::int32_t opcode, void* ptr);
+    std::intptr_t GetEditorRect(vynaudiofilterhost::vst::ERect** rect);
     std::intptr_t NextOfShell(char* name);
     std::intptr_t GetProperties(std::int32_t index, void* ptr) const;
     std::intptr_t GetChunk(void** bytes);

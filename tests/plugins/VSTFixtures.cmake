@@ -1,7 +1,7 @@
 # VST 2.x fixture plug-ins, made as the others are: one set of sources, the entry points compiled for each module anew.
 # No code of the host is linked in; of its headers they use the records of the interface.
 add_library(vyn_vst_fixture_parts OBJECT
-  VSTFixtureAnswers.cpp VSTFixtureEditor.cpp VSTFixtureEffect.cpp VSTFixtureProcess.cpp VSTFixtureState.cpp)
+  VSTFixtureAnswers.cpp VSTFixtureEffect.cpp VSTFixtureProcess.cpp VSTFixtureState.cpp)
 target_include_directories(vyn_vst_fixture_parts PUBLIC ${tests_dir})
 target_compile_options(vyn_vst_fixture_parts PUBLIC $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
 target_link_libraries(vyn_vst_fixture_parts PRIVATE vyn_warnings PUBLIC vyn_includes Threads::Threads)

@@ -2,11 +2,22 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <stdexcept>
 
 #include <dlfcn.h>
 
 namespace vynfixtures {
+namespace {
+
+std::string CallText(FixtureCall const& call) {
+    static char const* const objects[] = {"Module", "Factory", "Component", "Controller", "View"};
+    std::string text = objects[static_cast<int>(call.object)];
+    text.append(".").append(call.name).append("(").append(call.detail);
+    if (call.hasArgument && call.detail[0] == 0)
+        text += std::to_string(call.argument);
+    return text + ')';
+}
+
+} // namespace
 
 std::string FixturePath(std::string_view name) {
     return std::string(VYN_FIXTURE_DIR) + '/' + std::string(name);
@@ -24,39 +35,9 @@ bool IsModuleLoaded(std::string const& path) {
     return handle != nullptr;
 }
 
-std::string CallText(FixtureCall const& call) {
-    static char const* const objects[] = {"Module", "Factory", "Component", "Controller", "View"};
-    std::string text = objects[static_cast<int>(call.object)];
-    text.append(".").append(call.name).append("(").append(call.detail);
-    if (call.hasArgument && call.detail[0] == 0)
-        text += std::to_string(call.argument);
-    return text + ')';
-}
-
-FixtureModule::FixtureModule(std::string_view name) : FixtureModule(name, FixtureConfiguration()) {}
-
 FixtureModule::FixtureModule(std::string_view name, FixtureConfiguration const& configuration)
-    : mPath(FixturePath(name)), mHandle(dlopen(mPath.c_str(), RTLD_NOW | RTLD_LOCAL)) {
-    void* const entry = mHandle != nullptr ? dlsym(mHandle, "FixtureEntry") : nullptr;
-    if (entry == nullptr)
-        throw std::runtime_error(dlerror());
-    mExports = reinterpret_cast<FixtureEntryFunction>(entry)();
+    : HeldModule(FixturePath(name), "FixtureEntry"), mPath(FixturePath(name)) {
     Configure(configuration);
-}
-
-FixtureModule::~FixtureModule() {
-    dlclose(mHandle);
-}
-
-void FixtureModule::Configure(FixtureConfiguration const& configuration) {
-    mExports->configure(&configuration);
-    ClearCalls();
-}
-
-std::vector<FixtureCall> FixtureModule::Calls() const {
-    int count = 0;
-    FixtureCall const* const calls = mExports->calls(&count);
-    return {calls, calls + count};
 }
 
 std::vector<std::string> FixtureModule::CallTexts(std::initializer_list<std::string_view> names) const {
@@ -71,12 +52,8 @@ int FixtureModule::CountCalls(std::string_view name) const {
     return static_cast<int>(CallTexts({name}).size());
 }
 
-void FixtureModule::ClearCalls() {
-    mExports->clearCalls();
-}
-
 std::u16string FixtureModule::UniqueID(int index) const {
-    unsigned char const* const b = mExports->classId(index);
+    unsigned char const* const b = (*this)->classId(index);
     auto const word = [b](int b0, int b1, int b2, int b3) {
         return static_cast<unsigned>(b[b0] << 24 | b[b1] << 16 | b[b2] << 8 | b[b3]);
     };

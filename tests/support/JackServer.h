@@ -10,22 +10,19 @@ namespace vyntest {
 ///
 /// Two servers of one user share files, and the end of one may end the clients of the other. So those of several
 /// processes wait for each other.
+/// [main-thread]
 class JackServer {
 public:
     /// Why no server can be started here: it isn't installed, or the user runs one. Empty when one can be.
-    /// [main-thread]
     static std::string FindObstacle();
 
     /// Returns when the server takes clients. Throws std::runtime_error when it doesn't within ten seconds.
-    /// [main-thread]
     JackServer();
     JackServer(JackServer const&) = delete;
     JackServer& operator=(JackServer const&) = delete;
-    /// [main-thread]
     ~JackServer();
 
     /// Ends the server at once, without a word to its clients.
-    /// [main-thread]
     void Kill();
 
 private:
@@ -40,13 +37,12 @@ private:
 };
 
 /// Makes sure that this process finds no server for as long as the object lives.
+/// [main-thread]
 class NoJackServer {
 public:
-    /// [main-thread]
     NoJackServer();
     NoJackServer(NoJackServer const&) = delete;
     NoJackServer& operator=(NoJackServer const&) = delete;
-    /// [main-thread]
     ~NoJackServer();
 };
 

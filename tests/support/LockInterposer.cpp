@@ -5,35 +5,33 @@
 
 // The program's own locks and waits: counted, then passed on to the C library. A try that doesn't wait isn't counted.
 
-#define VYNTEST_EXPORT extern "C" __attribute__((visibility("default")))
+/// X(function, parameters, arguments, exceptions) of each.
+#define VYNTEST_EACH_LOCK(X)                                                                                           \
+    X(pthread_mutex_lock, (pthread_mutex_t * mutex), (mutex), noexcept)                                                \
+    X(pthread_mutex_timedlock, (pthread_mutex_t * mutex, timespec const* until), (mutex, until), noexcept)             \
+    X(pthread_mutex_clocklock, (pthread_mutex_t * mutex, clockid_t clock, timespec const* until),                      \
+      (mutex, clock, until), noexcept)                                                                                 \
+    X(pthread_cond_wait, (pthread_cond_t * condition, pthread_mutex_t * mutex), (condition, mutex), )                  \
+    X(pthread_cond_timedwait, (pthread_cond_t * condition, pthread_mutex_t * mutex, timespec const* until),            \
+      (condition, mutex, until), )                                                                                     \
+    X(pthread_cond_clockwait,                                                                                          \
+      (pthread_cond_t * condition, pthread_mutex_t * mutex, clockid_t clock, timespec const* until),                   \
+      (condition, mutex, clock, until), )                                                                              \
+    X(pthread_rwlock_rdlock, (pthread_rwlock_t * lock), (lock), noexcept)                                              \
+    X(pthread_rwlock_wrlock, (pthread_rwlock_t * lock), (lock), noexcept)
 
 namespace {
 
 template <class Function>
-void Find(Function*& function, char const* name) {
-    function = reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
+Function* Find(char const* name) {
+    return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
 }
 
-struct NextCalls {
-    int (*mutexLock)(pthread_mutex_t*);
-    int (*mutexTimedLock)(pthread_mutex_t*, timespec const*);
-    int (*mutexClockLock)(pthread_mutex_t*, clockid_t, timespec const*);
-    int (*conditionWait)(pthread_cond_t*, pthread_mutex_t*);
-    int (*conditionTimedWait)(pthread_cond_t*, pthread_mutex_t*, timespec const*);
-    int (*conditionClockWait)(pthread_cond_t*, pthread_mutex_t*, clockid_t, timespec const*);
-    int (*readLock)(pthread_rwlock_t*);
-    int (*writeLock)(pthread_rwlock_t*);
+#define VYNTEST_FOUND(function, parameters, arguments, exceptions)                                                     \
+    int(*function) parameters = Find<int parameters>(#function);
 
-    NextCalls() {
-        Find(mutexLock, "pthread_mutex_lock");
-        Find(mutexTimedLock, "pthread_mutex_timedlock");
-        Find(mutexClockLock, "pthread_mutex_clocklock");
-        Find(conditionWait, "pthread_cond_wait");
-        Find(conditionTimedWait, "pthread_cond_timedwait");
-        Find(conditionClockWait, "pthread_cond_clockwait");
-        Find(readLock, "pthread_rwlock_rdlock");
-        Find(writeLock, "pthread_rwlock_wrlock");
-    }
+struct NextCalls {
+    VYNTEST_EACH_LOCK(VYNTEST_FOUND)
 };
 
 NextCalls const& Next() {
@@ -49,45 +47,10 @@ __attribute__((constructor)) void FindNextCalls() {
 
 } // namespace
 
-using vyntest::watch::Note;
+#define VYNTEST_INTERPOSED(function, parameters, arguments, exceptions)                                                \
+    extern "C" __attribute__((visibility("default"))) int function parameters exceptions {                             \
+        vyntest::watch::Note(#function);                                                                               \
+        return Next().function arguments;                                                                              \
+    }
 
-VYNTEST_EXPORT int pthread_mutex_lock(pthread_mutex_t* mutex) noexcept {
-    Note("pthread_mutex_lock");
-    return Next().mutexLock(mutex);
-}
-
-VYNTEST_EXPORT int pthread_mutex_timedlock(pthread_mutex_t* mutex, timespec const* until) noexcept {
-    Note("pthread_mutex_timedlock");
-    return Next().mutexTimedLock(mutex, until);
-}
-
-VYNTEST_EXPORT int pthread_mutex_clocklock(pthread_mutex_t* mutex, clockid_t clock, timespec const* until) noexcept {
-    Note("pthread_mutex_clocklock");
-    return Next().mutexClockLock(mutex, clock, until);
-}
-
-VYNTEST_EXPORT int pthread_cond_wait(pthread_cond_t* condition, pthread_mutex_t* mutex) {
-    Note("pthread_cond_wait");
-    return Next().conditionWait(condition, mutex);
-}
-
-VYNTEST_EXPORT int pthread_cond_timedwait(pthread_cond_t* condition, pthread_mutex_t* mutex, timespec const* until) {
-    Note("pthread_cond_timedwait");
-    return Next().conditionTimedWait(condition, mutex, until);
-}
-
-VYNTEST_EXPORT int pthread_cond_clockwait(pthread_cond_t* condition, pthread_mutex_t* mutex, clockid_t clock,
-                                          timespec const* until) {
-    Note("pthread_cond_clockwait");
-    return Next().conditionClockWait(condition, mutex, clock, until);
-}
-
-VYNTEST_EXPORT int pthread_rwlock_rdlock(pthread_rwlock_t* lock) noexcept {
-    Note("pthread_rwlock_rdlock");
-    return Next().readLock(lock);
-}
-
-VYNTEST_EXPORT int pthread_rwlock_wrlock(pthread_rwlock_t* lock) noexcept {
-    Note("pthread_rwlock_wrlock");
-    return Next().writeLock(lock);
-}
+VYNTEST_EACH_LOCK(VYNTEST_INTERPOSED)

@@ -6,10 +6,10 @@
 namespace vyntest {
 
 /// Channels of samples, and the pointers to them that a filter takes. Owned by the test.
+/// [any-thread]
 class SampleBlock {
 public:
     /// Channel c's sample s is c + 1 + s / 65536.
-    /// [any-thread]
     SampleBlock(int channels, int samples) : mSamples(static_cast<std::size_t>(channels)) {
         for (std::size_t channel = 0; channel < mSamples.size(); ++channel) {
             for (int sample = 0; sample < samples; ++sample)
@@ -20,12 +20,10 @@ public:
     SampleBlock(SampleBlock const&) = delete;
     SampleBlock& operator=(SampleBlock const&) = delete;
 
-    /// [any-thread]
     float** Get() { return mPointers.data(); }
     std::vector<float> const& operator[](std::size_t channel) const { return mSamples[channel]; }
 
     /// The first sample of each channel.
-    /// [any-thread]
     std::vector<float> Firsts() const {
         std::vector<float> firsts;
         for (std::vector<float> const& channel : mSamples)

@@ -7,15 +7,14 @@
 namespace vyntest {
 
 /// Sets an environment variable for one test (null takes it away) and puts the old value back. Owned by the test.
+/// [main-thread]
 class ScopedVariable {
 public:
-    /// [main-thread]
     ScopedVariable(char const* name, char const* value) : mName(name) {
         if (char const* const before = std::getenv(name))
             mBefore = before;
         Set(value);
     }
-    /// [main-thread]
     ~ScopedVariable() { Set(mBefore ? mBefore->c_str() : nullptr); }
 
     ScopedVariable(ScopedVariable const&) = delete;

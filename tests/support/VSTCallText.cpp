@@ -10,7 +10,7 @@ using namespace vynaudiofilterhost::vst;
 
 namespace {
 
-enum class Argument { Zero, Number, Null, Pointer, Free };
+enum Argument { kZero, kNull = kZero, kNumber, kPointer, kFree };
 
 /// What belongs into a call's index, value, ptr and opt.
 struct Shape {
@@ -18,12 +18,6 @@ struct Shape {
     char const* name;
     Argument index, value, pointer, opt;
 };
-
-constexpr auto kZero = Argument::Zero;
-constexpr auto kNumber = Argument::Number;
-constexpr auto kNull = Argument::Null;
-constexpr auto kPointer = Argument::Pointer;
-constexpr auto kFree = Argument::Free;
 
 constexpr Shape kShapes[] = {
     {effOpen, "effOpen", kZero, kZero, kNull, kZero},
@@ -73,15 +67,7 @@ Shape const* FindShape(std::int32_t opcode) {
 }
 
 bool Fits(Argument argument, bool isZero) {
-    switch (argument) {
-    case Argument::Zero:
-    case Argument::Null:
-        return isZero;
-    case Argument::Pointer:
-        return !isZero;
-    default:
-        return true;
-    }
+    return argument == kZero ? isZero : argument != kPointer || !isZero;
 }
 
 char const* PointerText(bool isNull) {

@@ -4,9 +4,6 @@
 #include "support/VSTCallText.h"
 
 #include <algorithm>
-#include <stdexcept>
-
-#include <dlfcn.h>
 
 namespace vynfixtures {
 namespace {
@@ -25,32 +22,11 @@ std::u16string VSTFixtureModule::Path16(std::string_view name) {
     return FixturePath16("vst/" + std::string(name));
 }
 
-VSTFixtureModule::VSTFixtureModule(std::string_view name) : mHandle(dlopen(Path(name).c_str(), RTLD_NOW | RTLD_LOCAL)) {
-    void* const entry = mHandle != nullptr ? dlsym(mHandle, "VSTFixtureEntry") : nullptr;
-    if (entry == nullptr)
-        throw std::runtime_error(dlerror());
-    mExports = reinterpret_cast<VSTFixtureEntryFunction>(entry)();
-    ClearCalls();
-}
+VSTFixtureModule::VSTFixtureModule(std::string_view name) : HeldModule(Path(name), "VSTFixtureEntry") {}
 
 VSTFixtureModule::VSTFixtureModule(std::string_view name, VSTFixtureConfiguration const& configuration)
     : VSTFixtureModule(name) {
     Configure(configuration);
-}
-
-VSTFixtureModule::~VSTFixtureModule() {
-    dlclose(mHandle);
-}
-
-void VSTFixtureModule::Configure(VSTFixtureConfiguration const& configuration) {
-    mExports->configure(&configuration);
-    ClearCalls();
-}
-
-std::vector<VSTFixtureCall> VSTFixtureModule::Calls() const {
-    int count = 0;
-    VSTFixtureCall const* const calls = mExports->calls(&count);
-    return {calls, calls + count};
 }
 
 std::vector<std::string> VSTFixtureModule::Names(std::initializer_list<std::int32_t> opcodes) const {
@@ -87,10 +63,6 @@ int VSTFixtureModule::CountCalls(std::int32_t opcode) const {
     return static_cast<int>(Names({opcode}).size());
 }
 
-void VSTFixtureModule::ClearCalls() {
-    mExports->clearCalls();
-}
-
 std::vector<std::int64_t> VSTFixtureModule::Answers(std::int32_t opcode) const {
     std::vector<std::int64_t> answers;
     for (int place = 0; place < Snapshot().answerCount; ++place)
@@ -101,7 +73,7 @@ std::vector<std::int64_t> VSTFixtureModule::Answers(std::int32_t opcode) const {
 
 std::intptr_t VSTFixtureModule::CallHost(std::int32_t opcode, std::int32_t index, std::intptr_t value, void* ptr,
                                          float opt) const {
-    return mExports->host()(mExports->effect(), opcode, index, value, ptr, opt);
+    return (*this)->host()(Effect(), opcode, index, value, ptr, opt);
 }
 
 void VSTFixtureModule::CloseEffect() const {

@@ -26,8 +26,7 @@ std::atomic<pid_t> theOwner = 0;
 // Runs in the middle of anything: only calls that are safe there. A child that a plug-in has forked owns no file.
 // Whoever puts in handlers later may call this one and be its former one as well, so that the next call is the last.
 void RemoveAndEnd(int signalNumber) {
-    if (::getpid() == theOwner)
-        ::unlink(thePath.data());
+    FileRemovalOnSignals::RemoveNow();
     auto const place = std::ranges::find(kEndingSignals, signalNumber) - kEndingSignals.begin();
     struct sigaction const former = std::exchange(theFormerActions[static_cast<std::size_t>(place)], {});
     ::sigaction(signalNumber, &former, nullptr);
@@ -76,6 +75,11 @@ FileRemovalOnSignals::FileRemovalOnSignals(std::string const& path) {
         if (!IsIgnored(theFormerActions[i]))
             ::sigaction(kEndingSignals[i], &action, nullptr);
     }
+}
+
+void FileRemovalOnSignals::RemoveNow() noexcept {
+    if (::getpid() == theOwner)
+        ::unlink(thePath.data());
 }
 
 FileRemovalOnSignals::~FileRemovalOnSignals() {

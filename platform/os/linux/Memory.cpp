@@ -20,6 +20,13 @@ std::size_t GetPageSize() noexcept {
     return size > 0 ? static_cast<std::size_t>(size) : 4096;
 }
 
+} // namespace
+
+std::size_t GetMachineMemory() noexcept {
+    long const pages = ::sysconf(_SC_PHYS_PAGES);
+    return pages > 0 ? static_cast<std::size_t>(pages) * GetPageSize() : 0;
+}
+
 // The sixth number in the file: pages that can be written and are nobody else's.
 std::size_t GetOwnMemory() noexcept {
     constexpr int kPlace = 5;
@@ -35,13 +42,6 @@ std::size_t GetOwnMemory() noexcept {
     std::size_t pages = 0;
     std::from_chars(text.data(), text.data() + text.size(), pages);
     return pages * GetPageSize();
-}
-
-} // namespace
-
-std::size_t GetMachineMemory() noexcept {
-    long const pages = ::sysconf(_SC_PHYS_PAGES);
-    return pages > 0 ? static_cast<std::size_t>(pages) * GetPageSize() : 0;
 }
 
 void LimitOwnMemory(std::size_t bytes) noexcept {

@@ -15,15 +15,10 @@
 
 namespace {
 
-using namespace vynaudiofilterhost;
-using namespace vynaudiofilterhost::vst;
-using namespace vynfixtures;
-using testing::ElementsAre;
-using testing::IsEmpty;
+using namespace vyntest;
 using vyncore::geom::RectT;
 
 using Bounds = RectT<int>;
-using Texts = std::vector<std::string>;
 
 VSTFixtureConfiguration EffectWithEditor() {
     VSTFixtureConfiguration configuration;
@@ -45,7 +40,7 @@ int CountTicking() {
     return start == std::string::npos ? 0 : std::atoi(text.c_str() + start);
 }
 
-class VSTEditorTest : public vyntest::VSTFilterTest {
+class VSTEditorTest : public VSTFilterTest {
 protected:
     ~VSTEditorTest() override { editor.reset(); }
 
@@ -79,15 +74,18 @@ TEST_F(VSTEditorTest, EditorIsOpenedIdledAndClosedOnceEach) {
     EXPECT_TRUE(editor->IsEditorAvailable());
     editor->CloseEditor();
     EXPECT_THAT(fixture->TakeNames(), IsEmpty()) << "it wasn't open";
+    int const ticking = CountTicking();
     for (int turn = 0; turn < 2; ++turn) {
         editor->OpenEditor(&window);
         EXPECT_TRUE(editor->IsOpen());
         EXPECT_EQ(fixture->Calls().front().pointer, &window);
         editor->OpenEditor(&window);
+        EXPECT_EQ(CountTicking(), ticking + 1) << "the filter ticks for as long as its editor is open";
         editor->EditorIdle();
         editor->CloseEditor();
         EXPECT_FALSE(editor->IsOpen());
         editor->CloseEditor();
+        EXPECT_EQ(CountTicking(), ticking);
         EXPECT_THAT(fixture->TakeNames(), ElementsAre("effEditOpen", "effEditIdle", "effEditClose"));
     }
     filter->DestroyCustomEditor(editor);
@@ -95,33 +93,11 @@ TEST_F(VSTEditorTest, EditorIsOpenedIdledAndClosedOnceEach) {
     EXPECT_NE(filter->CreateCustomEditor(), editor);
 }
 
-TEST_F(VSTEditorTest, FilterTicksForAsLongAsItsEditorIsOpen) {
-    Make(EffectWithEditor());
-    int const others = CountTicking();
-    for (int turn = 0; turn < 2; ++turn) {
-        editor->OpenEditor(&window);
-        editor->OpenEditor(&window);
-        EXPECT_EQ(CountTicking(), others + 1);
-        editor->CloseEditor();
-        EXPECT_EQ(CountTicking(), others) << "the second opening took no reference";
-        editor->CloseEditor();
-    }
-    filter->Resume();
-    editor->OpenEditor(&window);
-    filter->Suspend();
-    EXPECT_EQ(CountTicking(), others + 1) << "the editor's reference stays";
-    editor->CloseEditor();
-    EXPECT_EQ(CountTicking(), others);
-}
-
-TEST_F(VSTEditorTest, EffectWithoutTheFlagHasNoEditor) {
+TEST_F(VSTEditorTest, EditorsAreThoseOfTheFlagUnlessASwitchHidesThem) {
     Open({});
     EXPECT_FALSE(filter->HasCustomEditor());
     EXPECT_FALSE(filter->CreateCustomEditor());
     filter->DestroyCustomEditor(nullptr);
-}
-
-TEST_F(VSTEditorTest, DebugSwitchHidesEditorsFromThoseWhoAskFirst) {
     auto& switches = vyncore::debug::DebugDatabase::Instance();
     Open(EffectWithEditor());
     switches.SetEntry("DisableVSTCustomUI", "true");
@@ -199,7 +175,7 @@ TEST_F(VSTEditorTest, WindowCanBeSizedWhileTheEditorIsOpenAlone) {
     EXPECT_THAT(fixture->Answers(audioMasterCanDo), ElementsAre(1, 1, 0));
 }
 
-TEST_F(VSTEditorTest, EditingIsReportedThroughTheOpenEditor) {
+TEST_F(VSTEditorTest, EditsAndTheVendorsCallsReachTheOpenEditorAndNobodyElse) {
     Make(EffectWithEditor());
     EXPECT_EQ(fixture->CallHost(audioMasterBeginEdit, 0), 0);
     EXPECT_FALSE(filter->IsEditing(0));
@@ -216,6 +192,20 @@ TEST_F(VSTEditorTest, EditingIsReportedThroughTheOpenEditor) {
     editor->CloseEditor();
     EXPECT_EQ(fixture->CallHost(audioMasterBeginEdit, 0), 0);
     EXPECT_EQ(fixture->CallHost(audioMasterEndEdit, 0), 0);
+    constexpr std::int32_t kLanguage = 0x70400000;
+    std::vector<bool> heard;
+    editor->GetAdvanceFocusSignal().connect([&heard](bool forward) { heard.push_back(forward); });
+    std::int32_t language = -1;
+    EXPECT_EQ(fixture->CallHost(audioMasterVendorSpecific, 0x70400003), 0);
+    EXPECT_EQ(fixture->CallHost(audioMasterVendorSpecific, kLanguage, 0, &language), 0x11005678);
+    EXPECT_EQ(language, 0);
+    editor->OpenEditor(&window);
+    language = -1;
+    for (std::int32_t const index : {0x70400003, 0x70400004, 0x70400005, 0, -1})
+        EXPECT_EQ(fixture->CallHost(audioMasterVendorSpecific, index), 1);
+    EXPECT_EQ(heard, (std::vector<bool>{true, false}));
+    EXPECT_EQ(fixture->CallHost(audioMasterVendorSpecific, kLanguage, 0, &language), 1);
+    EXPECT_EQ(language, -1) << "the editor answers to all of them";
 }
 
 TEST_F(VSTEditorTest, BrightnessAndFocusTravelByTheVendorsOpcode) {
@@ -249,25 +239,7 @@ TEST_F(VSTEditorTest, BrightnessAndFocusTravelByTheVendorsOpcode) {
     }
 }
 
-TEST_F(VSTEditorTest, VendorsCallsReachTheOpenEditorAndNobodyElse) {
-    constexpr std::int32_t kLanguage = 0x70400000;
-    Make(EffectWithEditor());
-    std::vector<bool> heard;
-    editor->GetAdvanceFocusSignal().connect([&heard](bool forward) { heard.push_back(forward); });
-    std::int32_t language = -1;
-    EXPECT_EQ(fixture->CallHost(audioMasterVendorSpecific, 0x70400003), 0);
-    EXPECT_EQ(fixture->CallHost(audioMasterVendorSpecific, kLanguage, 0, &language), 0x11005678);
-    EXPECT_EQ(language, 0);
-    editor->OpenEditor(&window);
-    language = -1;
-    for (std::int32_t const index : {0x70400003, 0x70400004, 0x70400005, 0, -1})
-        EXPECT_EQ(fixture->CallHost(audioMasterVendorSpecific, index), 1);
-    EXPECT_EQ(heard, (std::vector<bool>{true, false}));
-    EXPECT_EQ(fixture->CallHost(audioMasterVendorSpecific, kLanguage, 0, &language), 1);
-    EXPECT_EQ(language, -1) << "the editor answers to all of them";
-}
-
-TEST_F(VSTEditorTest, EditorThatIsLeftOpenIsClosedBeforeItGoes) {
+TEST_F(VSTEditorTest, EditorIsClosedBeforeItGoesEvenInsideTheEffectsCall) {
     MakeOpen(EffectWithEditor());
     int const ticking = CountTicking();
     filter->DestroyCustomEditor(std::move(editor));
@@ -279,6 +251,18 @@ TEST_F(VSTEditorTest, EditorThatIsLeftOpenIsClosedBeforeItGoes) {
     editor.reset();
     filter.reset();
     EXPECT_THAT(fixture->TakeNames(), ElementsAre("effEditOpen", "effEditClose", "effClose"));
+
+    VSTFixtureConfiguration configuration = EffectWithEditor();
+    configuration.AddHostCall({.during = effEditIdle, .opcode = audioMasterSizeWindow, .index = 10, .value = 20});
+    MakeOpen(configuration);
+    editor->GetContentSizeChangedSignal().connect([this] {
+        editor->CloseEditor();
+        filter->DestroyCustomEditor(editor);
+    });
+    boost::intrusive_ptr<AudioFilterEditor> const running = editor;
+    running->EditorIdle();
+    EXPECT_THAT(fixture->TakeNames(), ElementsAre("effEditOpen", "effEditIdle", "effEditClose"));
+    EXPECT_EQ(CanSizeWindow(), 0);
 }
 
 TEST_F(VSTEditorTest, EditorThatIsHeldLongerThanItsFilterDoesNothing) {
@@ -290,15 +274,7 @@ TEST_F(VSTEditorTest, EditorThatIsHeldLongerThanItsFilterDoesNothing) {
             filter->DestroyCustomEditor(editor);
         filter.reset();
         EXPECT_EQ(fixture->TakeNames().back(), "effClose");
-        EXPECT_FALSE(editor->IsOpen());
-        editor->OpenEditor(&window);
-        EXPECT_FALSE(editor->IsOpen());
-        EXPECT_EQ(editor->GetEditorBounds(), Bounds());
-        editor->EditorIdle();
-        editor->SetBrightness(1.0f, true);
-        EXPECT_FALSE(editor->GainFocus(true));
-        EXPECT_FALSE(editor->SetCurrentFocus());
-        editor->CloseEditor();
+        ExpectNothingOf(*editor);
         editor.reset();
         EXPECT_THAT(fixture->TakeNames(), IsEmpty());
     }
@@ -320,20 +296,6 @@ TEST_F(VSTEditorTest, EffectThatThrowsIsOpenAndClosedAllTheSame) {
         EXPECT_FALSE(editor->IsOpen());
         EXPECT_EQ(CanSizeWindow(), 0);
     }
-}
-
-TEST_F(VSTEditorTest, ListenerMayCloseAndDestroyTheEditorInsideTheEffectsCall) {
-    VSTFixtureConfiguration configuration = EffectWithEditor();
-    configuration.AddHostCall({.during = effEditIdle, .opcode = audioMasterSizeWindow, .index = 10, .value = 20});
-    MakeOpen(configuration);
-    editor->GetContentSizeChangedSignal().connect([this] {
-        editor->CloseEditor();
-        filter->DestroyCustomEditor(editor);
-    });
-    boost::intrusive_ptr<AudioFilterEditor> const running = editor;
-    running->EditorIdle();
-    EXPECT_THAT(fixture->TakeNames(), ElementsAre("effEditOpen", "effEditIdle", "effEditClose"));
-    EXPECT_EQ(CanSizeWindow(), 0);
 }
 
 TEST_F(VSTEditorTest, EffectsThreadMayCallWhileTheEditorOpensAndCloses) {

@@ -1,6 +1,5 @@
 #include "FilterFixture.h"
 
-#include "vyncore/debug/Trace.h"
 #include "vyncore/strings/StringUtils.h"
 
 #include <algorithm>
@@ -10,27 +9,10 @@
 
 namespace {
 
-using namespace vynaudiofilterhost;
-using namespace vynaudiofilterhost::vst;
-using namespace vynfixtures;
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using vynmediatypes::AudioBusDescription;
-using vyntest::SampleBlock;
+using namespace vyntest;
 
-using Texts = std::vector<std::string>;
-
-class VSTFilterBusesTest : public vyntest::VSTFilterTest {
+class VSTFilterBusesTest : public VSTFilterTest {
 protected:
-    static AudioFilter::Buses Buses(std::initializer_list<int> channelCounts) {
-        AudioFilter::Buses buses;
-        for (int const channels : channelCounts)
-            buses.emplace_back(u"", vynmediatypes::AudioChannelLayout(static_cast<std::size_t>(channels)),
-                               AudioBusDescription::kTypeMain);
-        return buses;
-    }
-
     void Request(int inputs, int outputs) { filter->RequestBusConfiguration(Buses({inputs}), Buses({outputs})); }
 
     /// The buses as "Stereo In 2", those of a side chain as "Side-Chain 1 aside", inputs and outputs apart by "|".
@@ -229,7 +211,7 @@ TEST_F(VSTFilterBusesTest, RequestThatTheEffectCannotBeAskedFallsBackToItsCounts
     EXPECT_THAT(fixture->TakeNames(), ElementsAre("effGetVstVersion"));
 }
 
-TEST_F(VSTFilterBusesTest, ArrangementsThatAreNoneAreNotUsed) {
+TEST_F(VSTFilterBusesTest, ArrangementsThatAreNoneOrNotTheEffectsOwnLeaveNoChannelWithoutMemory) {
     for (VSTFixtureArrangement const& bad :
          {VSTFixtureArrangement{.null = true}, VSTFixtureArrangement{.numChannels = 0},
           VSTFixtureArrangement{.numChannels = -1}, VSTFixtureArrangement{.type = -2, .numChannels = INT_MAX}})
@@ -239,12 +221,9 @@ TEST_F(VSTFilterBusesTest, ArrangementsThatAreNoneAreNotUsed) {
             EXPECT_THAT(Shown(), ElementsAre("Stereo In 2", "|", "Stereo Out 2")) << bad.numChannels;
             ExpectBlockOfAllChannels();
         }
-}
-
-TEST_F(VSTFilterBusesTest, ArrangementsBeyondWhatTheEffectHasStillHaveMemoryBehindThem) {
     for (std::int32_t const channels : {1, 3, 8}) {
-        VSTFixtureArrangement const more{.type = -2, .numChannels = channels};
-        Open(Answering(more, more));
+        VSTFixtureArrangement const other{.type = -2, .numChannels = channels};
+        Open(Answering(other, other));
         Request(2, 2);
         ExpectBlockOfAllChannels();
     }
@@ -273,9 +252,7 @@ TEST_F(VSTFilterBusesTest, StereoEffectShowsAsMonoWhenItCan) {
         EXPECT_THAT(Shown(), ElementsAre("Stereo In 2", "|", "Stereo Out 2")) << "each request begins afresh";
         ExpectBlockOfAllChannels();
     }
-}
-
-TEST_F(VSTFilterBusesTest, MonoNeedsAnEffectThatEndedUpWithTwoAndTwo) {
+    // It needs an effect that ended up with two and two.
     VSTFixtureConfiguration configuration;
     configuration.flags |= effFlagsCanMono;
     Open(configuration.SetChannels(4, 2));
@@ -308,35 +285,6 @@ TEST_F(VSTFilterBusesTest, EffectThatThrowsIsShownByItsCounts) {
     Open(configuration);
     EXPECT_NO_THROW(Request(2, 2));
     EXPECT_EQ(fixture->CountCalls(effGetSpeakerArrangement), 1) << "no answer is no";
-}
-
-TEST_F(VSTFilterBusesTest, NegotiationLeavesItsTrace) {
-    Texts traces;
-    vyncore::debug::SetTraceTagLevel("VSTAudioFilter::RequestIOConfiguration()", 6);
-    vyncore::debug::SetTraceTagLevel("VST", 6);
-    vyncore::debug::SetTraceSink([&traces](int level, std::string_view tag, std::string_view text) {
-        traces.push_back(std::to_string(level) + ' ' + std::string(tag) + ' ' + std::string(text));
-    });
-    VSTFixtureConfiguration configuration;
-    configuration.flags |= effFlagsCanMono;
-    Open(configuration);
-    traces.clear();
-    Request(1, 1);
-    std::string const tag = "6 VSTAudioFilter::RequestIOConfiguration() ";
-    EXPECT_THAT(traces,
-                ElementsAre(tag + "effSetSpeakerArrangement failed, inputs=1, outputs=1",
-                            tag + "effGetSpeakerArrangement failed",
-                            "6 VST BuildIOConfiguration(), using numInputs/numOutputs, numInputs=2, numOutputs=2",
-                            tag + "CanMono"));
-    configuration = Answering({}, {});
-    configuration.acceptsArrangement = true;
-    Open(configuration);
-    traces.clear();
-    Request(0, 2);
-    EXPECT_THAT(traces, ElementsAre(tag + "effSetSpeakerArrangement succeeded, inputs=0, outputs=2",
-                                    tag + "effGetSpeakerArrangement succeeded"));
-    vyncore::debug::SetTraceSink({});
-    vyncore::debug::ResetTraceLevels();
 }
 
 } // namespace

@@ -10,13 +10,7 @@
 
 namespace {
 
-using namespace vynaudiofilterhost;
-using namespace vynaudiofilterhost::vst;
-using namespace vynfixtures;
-using testing::Each;
-using testing::ElementsAre;
-using testing::IsEmpty;
-using vynmediatypes::AudioBusDescription;
+using namespace vyntest;
 
 constexpr std::int32_t kVendorLanguage = 0x70400000;
 
@@ -34,7 +28,7 @@ struct Transport final : IAudioFilterHost {
     bool knows = true;
 };
 
-class VSTHostCallbackTest : public vyntest::VSTFilterTest {
+class VSTHostCallbackTest : public VSTFilterTest {
 protected:
     VstTimeInfo const* AskTime() { return reinterpret_cast<VstTimeInfo const*>(fixture->CallHost(audioMasterGetTime)); }
 
@@ -54,7 +48,7 @@ protected:
     }
 };
 
-TEST_F(VSTHostCallbackTest, HostTellsOfItselfWithAndWithoutAFilter) {
+TEST_F(VSTHostCallbackTest, HostTellsOfItselfAndWhatItCanDo) {
     VSTFixtureConfiguration configuration;
     for (std::int32_t const during : {kVSTFixtureEntry + 0, effOpen + 0, effMainsChanged + 0, effClose + 0})
         for (std::int32_t const opcode : {audioMasterVersion, audioMasterGetVendorVersion, audioMasterGetLanguage})
@@ -75,6 +69,10 @@ TEST_F(VSTHostCallbackTest, HostTellsOfItselfWithAndWithoutAFilter) {
     std::memset(text, '?', sizeof text);
     EXPECT_EQ(fixture->CallHost(audioMasterGetProductString, 0, 0, text), 1);
     EXPECT_EQ(std::string_view(text, 7), std::string_view("Ondra\0?", 7));
+    for (char const* const yes : {"sendVstTimeInfo", "SENDVSTTIMEINFO", "shellCategory", "shellcategory"})
+        EXPECT_EQ(CanDo(yes), 1) << yes;
+    for (char const* const no : {"", "sizeWindow", "sendVstTimeInf", "sendVstTimeInfo ", "sendVstEvents", "supplyIdle"})
+        EXPECT_EQ(CanDo(no), 0) << no;
 }
 
 TEST_F(VSTHostCallbackTest, WhatTheHostDoesNotKnowIsAnsweredWithNothing) {
@@ -97,15 +95,6 @@ TEST_F(VSTHostCallbackTest, WhatTheHostDoesNotKnowIsAnsweredWithNothing) {
             EXPECT_STREQ(text, "nothing") << opcode;
         }
     }
-    filter->Suspend();
-}
-
-TEST_F(VSTHostCallbackTest, HostCanDoTwoThingsInWhateverLetters) {
-    Open({});
-    for (char const* const yes : {"sendVstTimeInfo", "SENDVSTTIMEINFO", "shellCategory", "shellcategory"})
-        EXPECT_EQ(CanDo(yes), 1) << yes;
-    for (char const* const no : {"", "sizeWindow", "sendVstTimeInf", "sendVstTimeInfo ", "sendVstEvents", "supplyIdle"})
-        EXPECT_EQ(CanDo(no), 0) << no;
 }
 
 TEST_F(VSTHostCallbackTest, VendorsOwnQuestionIsAnsweredWithTheLanguage) {
@@ -145,25 +134,15 @@ TEST_F(VSTHostCallbackTest, AutomationIsHeardByTheEffectAndThenByListeners) {
     for (std::int32_t const wrong : {-1, 3, 1 << 30})
         EXPECT_EQ(fixture->CallHost(audioMasterAutomate, wrong, 0, nullptr, 0.5f), 0);
     EXPECT_EQ(heard.size(), 1u);
-}
-
-TEST_F(VSTHostCallbackTest, ListenerThatThrowsDoesNotReachTheEffect) {
-    Open({});
-    int heard = 0;
-    filter->ConnectAutomatedParameterChange([&heard](int, float) {
-        ++heard;
-        throw std::runtime_error("listener");
-    });
+    filter->ConnectAutomatedParameterChange([](int, float) { throw std::runtime_error("listener"); });
     EXPECT_NO_THROW(fixture->CallHost(audioMasterAutomate, 0, 0, nullptr, 0.25f));
-    EXPECT_EQ(heard, 1);
 }
 
 TEST_F(VSTHostCallbackTest, PinsOfTheFirstBusesAreConnected) {
     VSTFixtureConfiguration configuration;
     configuration.arrangements = VSTFixtureArrangements::Configured;
     Open(configuration.SetChannels(4, 3));
-    AudioFilter::Buses const stereo{AudioBusDescription::CreateStereo(u"", AudioBusDescription::kTypeMain)};
-    filter->RequestBusConfiguration(stereo, stereo);
+    filter->RequestBusConfiguration(Buses({2}), Buses({2}));
     ASSERT_EQ(filter->GetInputBuses().size(), 3u);
     for (std::int32_t channel = 0; channel < 5; ++channel)
         for (std::intptr_t const side : {0, 1, 2})
@@ -249,7 +228,6 @@ TEST_F(VSTHostCallbackTest, TimeWithoutAHostIsThatOfTheStart) {
     filter->Suspend();
     filter->Resume();
     EXPECT_NE(AskTime()->flags & kVstTransportChanged, 0);
-    filter->Suspend();
 }
 
 TEST_F(VSTHostCallbackTest, TimeIsThatOfTheHostAndTheLastOneWhenItKnowsNone) {
@@ -284,16 +262,6 @@ TEST_F(VSTHostCallbackTest, TimeIsThatOfTheHostAndTheLastOneWhenItKnowsNone) {
     EXPECT_EQ(AskTime()->tempo, 90.5);
     filter->Suspend();
     filter->SetAudioFilterHost(nullptr);
-}
-
-TEST_F(VSTHostCallbackTest, GesturesNeedAnEditor) {
-    Open({});
-    int heard = 0;
-    filter->ConnectEditingStateChange([&](int, bool) { ++heard; });
-    EXPECT_EQ(fixture->CallHost(audioMasterBeginEdit), 0);
-    EXPECT_EQ(fixture->CallHost(audioMasterEndEdit), 0);
-    EXPECT_EQ(fixture->CallHost(audioMasterSizeWindow, 10, 10), 0);
-    EXPECT_EQ(heard, 0);
 }
 
 TEST_F(VSTHostCallbackTest, OpenEditorsAnswerFirstInTheOrderOfTheirAddresses) {

@@ -6,16 +6,9 @@
 
 namespace {
 
-using namespace vynaudiofilterhost;
-using namespace vynaudiofilterhost::vst;
-using namespace vynfixtures;
-using testing::Each;
-using testing::ElementsAre;
-using testing::IsEmpty;
-using vynmediatypes::AudioBusDescription;
-using vyntest::SampleBlock;
+using namespace vyntest;
 
-class VSTFilterProcessingTest : public vyntest::VSTFilterTest {
+class VSTFilterProcessingTest : public VSTFilterTest {
 protected:
     static VSTFixtureConfiguration MusicDevice() {
         VSTFixtureConfiguration configuration;
@@ -27,17 +20,16 @@ protected:
     void OpenMono(VSTFixtureConfiguration configuration = {}) {
         configuration.flags |= effFlagsCanMono;
         Open(configuration);
-        AudioFilter::Buses const mono{AudioBusDescription::CreateMono(u"", AudioBusDescription::kTypeMain)};
-        filter->RequestBusConfiguration(mono, mono);
+        filter->RequestBusConfiguration(Buses({1}), Buses({1}));
         ASSERT_EQ(filter->GetNumberOfInputChannels(), 1);
     }
 
     VSTFixtureBlock const& Block() const { return fixture->Snapshot().block; }
 
     /// The filter's own call, without what ProcessWithMapping does before it.
-    void Process(SampleBlock& in, SampleBlock& out, int samples) {
+    void Process(SampleBlock& from, SampleBlock& to, int samples) {
         ChannelFlags outFlags(~std::uint64_t{0});
-        filter->Process(in.Get(), out.Get(), samples, ChannelFlags(), outFlags);
+        filter->Process(from.Get(), to.Get(), samples, ChannelFlags(), outFlags);
         EXPECT_EQ(outFlags, ChannelFlags());
     }
 
@@ -49,33 +41,29 @@ protected:
             notes.push_back(events.events[i].midiData[1]);
         return notes;
     }
+
+    SampleBlock in{2, 64}, out{2, 64};
 };
 
 TEST_F(VSTFilterProcessingTest, EffectGetsTheCallersChannelsAndTheWholeBlock) {
     Open({});
     Resume(4096);
     filter->SetParameter(0, 0.25f);
-    SampleBlock in(2, 3000), out(2, 3000);
-    Process(in, out, 3000);
+    SampleBlock longIn(2, 3000), longOut(2, 3000);
+    Process(longIn, longOut, 3000);
     EXPECT_EQ(Block().frames, 3000) << "no block is cut";
     EXPECT_FALSE(Block().accumulates);
     for (std::size_t channel = 0; channel < 2; ++channel) {
-        EXPECT_EQ(Block().inputs[channel], in.Get()[channel]);
-        EXPECT_EQ(Block().outputs[channel], out.Get()[channel]);
-        EXPECT_EQ(out[channel][2999], 0.5f * in[channel][2999]);
+        EXPECT_EQ(Block().inputs[channel], longIn.Get()[channel]);
+        EXPECT_EQ(Block().outputs[channel], longOut.Get()[channel]);
+        EXPECT_EQ(longOut[channel][2999], 0.5f * longIn[channel][2999]);
     }
     EXPECT_NE(Block().firstOutputs[0], 0.0f) << "nobody clears what is written anyway";
     filter->Suspend();
-}
-
-TEST_F(VSTFilterProcessingTest, NoOutputIsSaidToBeSilentAndSilentInputsReadAsZero) {
-    Open({});
-    Resume(64);
-    SampleBlock in(2, 64), out(2, 64);
+    EXPECT_EQ(filter->GetTail(), 0);
     EXPECT_EQ(Render(in, out, 64, 0b11), ChannelFlags());
     EXPECT_THAT(out[0], Each(0.0f));
     EXPECT_THAT(out[1], Each(0.0f));
-    filter->Suspend();
 }
 
 TEST_F(VSTFilterProcessingTest, EffectThatCannotReplaceAddsToWhatIsThere) {
@@ -83,30 +71,27 @@ TEST_F(VSTFilterProcessingTest, EffectThatCannotReplaceAddsToWhatIsThere) {
     configuration.flags = 0;
     Open(configuration);
     Resume(64);
-    SampleBlock in(2, 64), out(2, 64);
     Process(in, out, 64);
     EXPECT_TRUE(Block().accumulates);
     EXPECT_EQ(out[1][63], 2.0f * in[1][63]);
     Process(in, out, 64);
     EXPECT_EQ(out[1][63], 3.0f * in[1][63]);
-    filter->Suspend();
 }
 
 TEST_F(VSTFilterProcessingTest, MonoIsHeardOnBothSidesAndTheRightOneIsDropped) {
     OpenMono();
     Resume(64);
-    SampleBlock in(1, 64), out(1, 64);
-    Render(in, out, 64);
+    SampleBlock monoIn(1, 64), monoOut(1, 64);
+    Render(monoIn, monoOut, 64);
     EXPECT_EQ(Block().inputs[0], Block().inputs[1]);
     EXPECT_NE(Block().outputs[0], Block().outputs[1]);
     EXPECT_EQ(Block().nullChannels, 0);
-    EXPECT_EQ(out[0], in[0]);
+    EXPECT_EQ(monoOut[0], monoIn[0]);
     filter->Suspend();
     Resume(4096);
     SampleBlock longIn(1, 4096), longOut(1, 4096);
     Render(longIn, longOut, 4096);
     EXPECT_EQ(longOut[0], longIn[0]) << "the spare channel grows with the block";
-    filter->Suspend();
 }
 
 TEST_F(VSTFilterProcessingTest, EffectIsNeverHandedFewerChannelsThanItSaysItHas) {
@@ -124,20 +109,17 @@ TEST_F(VSTFilterProcessingTest, EffectIsNeverHandedFewerChannelsThanItSaysItHas)
             configuration.change = {.during = row.during, .numInputs = row.inputs, .numOutputs = row.outputs};
             configuration.flags |= effFlagsCanMono | effFlagsIsSynth;
             Open(configuration);
-            if (mono) {
-                AudioFilter::Buses const bus{AudioBusDescription::CreateMono(u"", AudioBusDescription::kTypeMain)};
-                filter->RequestBusConfiguration(bus, bus);
-            }
+            if (mono)
+                filter->RequestBusConfiguration(Buses({1}), Buses({1}));
             Resume(64);
-            SampleBlock in(filter->GetNumberOfInputChannels(), 64), out(filter->GetNumberOfOutputChannels(), 64);
+            SampleBlock ins(filter->GetNumberOfInputChannels(), 64), outs(filter->GetNumberOfOutputChannels(), 64);
             filter->ScheduleMIDIEvent(false, 0, 0x90, 1, 1);
-            Render(in, out, 64);
+            Render(ins, outs, 64);
             EXPECT_EQ(Block().nullChannels, 0) << row.inputs << ' ' << row.outputs;
             filter->Suspend();
             Resume(64);
-            Render(in, out, 64);
+            Render(ins, outs, 64);
             EXPECT_EQ(Block().nullChannels, 0) << row.inputs << ' ' << row.outputs;
-            filter->Suspend();
         }
 }
 
@@ -145,7 +127,6 @@ TEST_F(VSTFilterProcessingTest, BlockForWhichThereAreTooFewChannelsIsSilentUntil
     Open(MusicDevice());
     Resume(64);
     fixture->Effect()->numOutputs = 5;
-    SampleBlock in(2, 64), out(2, 64);
     filter->ScheduleMIDIEvent(false, 0, 0x90, 1, 1);
     Render(in, out, 64);
     EXPECT_EQ(fixture->CountCalls(kVSTFixtureProcessReplacing), 0);
@@ -156,13 +137,11 @@ TEST_F(VSTFilterProcessingTest, BlockForWhichThereAreTooFewChannelsIsSilentUntil
     EXPECT_THAT(fixture->Names(), ElementsAre("processReplacing")) << "the event was the lost block's";
     EXPECT_EQ(Block().nullChannels, 0);
     EXPECT_EQ(out[1], in[1]);
-    filter->Suspend();
 }
 
-TEST_F(VSTFilterProcessingTest, MusicDeviceGetsWhatWasScheduledSinceTheLastBlock) {
+TEST_F(VSTFilterProcessingTest, MusicDeviceGetsWhatWasScheduledSinceTheLastBlockUpTo256Events) {
     Open(MusicDevice());
     Resume(64);
-    SampleBlock in(2, 64), out(2, 64);
     Render(in, out, 64);
     EXPECT_EQ(fixture->CountCalls(effProcessEvents), 0) << "nothing to deliver";
     filter->ScheduleMIDIEvent(true, 5, 0x90, 60, 100);
@@ -186,12 +165,6 @@ TEST_F(VSTFilterProcessingTest, MusicDeviceGetsWhatWasScheduledSinceTheLastBlock
     Render(in, out, 64);
     EXPECT_THAT(Delivered(), ElementsAre(62));
     filter->Suspend();
-}
-
-TEST_F(VSTFilterProcessingTest, BlockHolds256Events) {
-    Open(MusicDevice());
-    Resume(64);
-    SampleBlock in(2, 64), out(2, 64);
     for (unsigned event = 0; event < 258; ++event)
         filter->ScheduleMIDIEvent(false, event, 0x90, static_cast<unsigned char>(event % 128), 1);
     Render(in, out, 64);
@@ -201,16 +174,12 @@ TEST_F(VSTFilterProcessingTest, BlockHolds256Events) {
     Render(in, out, 64);
     EXPECT_THAT(Delivered(), ElementsAre(7));
     filter->Suspend();
-}
-
-TEST_F(VSTFilterProcessingTest, OtherEffectsAreSpokenToWithoutEvents) {
+    // Another effect is spoken to without events.
     Open({});
     Resume(64);
     filter->ScheduleMIDIEvent(false, 0, 0x90, 7, 1);
-    SampleBlock in(2, 64), out(2, 64);
     Render(in, out, 64);
     EXPECT_THAT(fixture->Names(), ElementsAre("processReplacing"));
-    filter->Suspend();
 }
 
 TEST_F(VSTFilterProcessingTest, WhatTheAudioCallThrowsStaysInAndItsEventsComeAgain) {
@@ -219,21 +188,17 @@ TEST_F(VSTFilterProcessingTest, WhatTheAudioCallThrowsStaysInAndItsEventsComeAga
         configuration.flags = flags;
         Open(configuration.ThrowIn(flags == effFlagsIsSynth ? kVSTFixtureProcess : kVSTFixtureProcessReplacing));
         Resume(64);
-        SampleBlock in(2, 64), out(2, 64);
         filter->ScheduleMIDIEvent(false, 0, 0x90, 1, 1);
         EXPECT_NO_THROW(Process(in, out, 64));
         filter->ScheduleMIDIEvent(false, 0, 0x90, 2, 1);
         EXPECT_NO_THROW(Process(in, out, 64));
         EXPECT_THAT(Delivered(), ElementsAre(1, 2));
-        filter->Suspend();
     }
     Open(MusicDevice().ThrowIn(effProcessEvents));
     Resume(64);
-    SampleBlock in(2, 64), out(2, 64);
     filter->ScheduleMIDIEvent(false, 0, 0x90, 1, 1);
     EXPECT_NO_THROW(Process(in, out, 64));
     EXPECT_EQ(fixture->CountCalls(kVSTFixtureProcessReplacing), 1);
-    filter->Suspend();
 }
 
 TEST_F(VSTFilterProcessingTest, EffectWithoutAudioFunctionsIsNotCalled) {
@@ -244,9 +209,7 @@ TEST_F(VSTFilterProcessingTest, EffectWithoutAudioFunctionsIsNotCalled) {
         fixture->Effect()->process = nullptr;
         fixture->Effect()->processReplacing = nullptr;
         Resume(64);
-        SampleBlock in(2, 64), out(2, 64);
         EXPECT_NO_THROW(Process(in, out, 64));
-        filter->Suspend();
     }
 }
 
@@ -264,11 +227,10 @@ TEST_F(VSTFilterProcessingTest, BlockNeitherAllocatesNorLocksWhateverTheEffectAs
         else
             Open(configuration);
         Resume(64);
-        SampleBlock in(2, 64), out(2, 64);
         Render(in, out, 64);
         fixture->ClearCalls();
         {
-            vyntest::NoAllocationScope const guard;
+            NoAllocationScope const guard;
             for (int block = 0; block < 4; ++block) {
                 for (int event = 0; event < 300; ++event)
                     filter->ScheduleMIDIEvent(false, 0, 0x90, 1, 1);
@@ -278,20 +240,7 @@ TEST_F(VSTFilterProcessingTest, BlockNeitherAllocatesNorLocksWhateverTheEffectAs
         }
         EXPECT_EQ(fixture->CountCalls(kVSTFixtureProcessReplacing), 4);
         EXPECT_THAT(fixture->Answers(audioMasterGetTime), Each(testing::Ne(0)));
-        filter->Suspend();
     }
-}
-
-TEST_F(VSTFilterProcessingTest, LatencyIsReadAnewAndTheTailIsNone) {
-    VSTFixtureConfiguration configuration;
-    configuration.initialDelay = 64;
-    Open(configuration);
-    EXPECT_EQ(filter->GetInitialDelay(), 64);
-    fixture->Effect()->initialDelay = 512;
-    EXPECT_EQ(filter->GetInitialDelay(), 512);
-    EXPECT_EQ(filter->GetTail(), 0);
-    EXPECT_FALSE(filter->IsOfflineProcess());
-    EXPECT_FALSE(filter->IsGenerator());
 }
 
 } // namespace

@@ -2,22 +2,15 @@
 
 #include "vynaudiofilterhost/presets/PresetData.h"
 #include "vynaudiofilterhost/presets/PresetList.h"
-#include "vyncore/proplist/PropList.h"
 
 #include <algorithm>
 #include <list>
 
 namespace {
 
-using namespace vynaudiofilterhost;
-using namespace vynaudiofilterhost::vst;
-using namespace vynfixtures;
-using testing::ElementsAre;
-using testing::IsEmpty;
-using vyncore::UString;
-using vyncore::proplist::PropList;
+using namespace vyntest;
 
-class VSTFilterStateTest : public vyntest::VSTFilterTest {
+class VSTFilterStateTest : public VSTFilterTest {
 protected:
     static VSTFixtureConfiguration Programs(int count) {
         VSTFixtureConfiguration configuration;

@@ -1,19 +1,15 @@
 #include "vynaudiofilterhost/VST/src/VSTPresetFile.h"
 
+#include "host/HostTest.h"
 #include "vynaudiofilterhost/PluginCounts.h"
 
 #include <bit>
 #include <cstring>
-#include <gmock/gmock.h>
 #include <limits>
-#include <string>
 #include <string_view>
-#include <vector>
 
-using namespace vynaudiofilterhost;
+using namespace vyntest;
 using namespace vynaudiofilterhost::vst;
-using testing::ElementsAre;
-using testing::HasSubstr;
 using namespace std::string_literals;
 
 namespace {
@@ -96,15 +92,9 @@ std::string NameIn(std::string const& file) {
     return failure == "none" ? content.name : failure;
 }
 
-std::string Made(VSTPresetContent const& content) {
+std::string Made(VSTPresetContent const& content, decltype(&MakeVSTPresetFile) make = MakeVSTPresetFile) {
     Bytes file;
-    char const* const wrong = MakeVSTPresetFile(content, file);
-    return wrong ? wrong : AsText(file);
-}
-
-std::string MadeBank(VSTPresetContent const& content) {
-    Bytes file;
-    char const* const wrong = MakeVSTBankFile(content, file);
+    char const* const wrong = make(content, file);
     return wrong ? wrong : AsText(file);
 }
 
@@ -133,10 +123,10 @@ TEST(VSTPresetFileTest, ProgramsAreTheBytesOfThePublicForm) {
     EXPECT_THAT(content.parameters, ElementsAre(0.5f, -2.0f));
     EXPECT_TRUE(content.chunk.empty());
     EXPECT_EQ(Made(content), kParameters);
-    EXPECT_EQ(MadeBank(content), "CcnK\0\0\0\xD4"
-                                 "FxBk\0\0\0\2"
-                                 "Echo\0\0\0\7\0\0\0\1"s +
-                                     std::string(128, '\0') + kParameters);
+    EXPECT_EQ(Made(content, MakeVSTBankFile), "CcnK\0\0\0\xD4"
+                                              "FxBk\0\0\0\2"
+                                              "Echo\0\0\0\7\0\0\0\1"s +
+                                                  std::string(128, '\0') + kParameters);
 
     ASSERT_EQ(FailureOf(kChunk, content), "none");
     EXPECT_TRUE(content.isChunk);
@@ -238,7 +228,7 @@ TEST(VSTPresetFileTest, EveryFiniteValueComesBackBitForBit) {
     content.uniqueID = 0x80000001;
     content.effectVersion = 0xFFFFFFFF;
     content.parameters = {0.0f, -0.0f, Limits::denorm_min(), -Limits::max(), 0.1f, 1.0f};
-    for (std::string const& file : {Made(content), MadeBank(content)}) {
+    for (std::string const& file : {Made(content), Made(content, MakeVSTBankFile)}) {
         VSTPresetContent read;
         ASSERT_EQ(FailureOf(file, read), "none");
         EXPECT_EQ(read.uniqueID, content.uniqueID);

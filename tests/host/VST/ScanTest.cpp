@@ -1,117 +1,79 @@
 #include "FilterFixture.h"
 
+#include "host/ScanFixture.h"
 #include "support/ScopedVariable.h"
 #include "support/TemporaryFolder.h"
-#include "vynaudiofilterhost/catalogue/AudioFilterDescriptorManager.h"
 #include "vynaudiofilterhost/catalogue/CreateAudioFilter.h"
 #include "vynaudiofilterhost/inventory/BannedPluginManager.h"
-#include "vynaudiofilterhost/inventory/PluginModuleInfoManager.h"
-#include "vynaudiofilterhost/inventory/PluginModuleScanner.h"
 #include "vynaudiofilterhost/VST/src/VSTScanContext.h"
 #include "vynaudiofilterhost/VST/src/VSTTechnology.h"
-#include "vyncore/strings/StringUtils.h"
 
 #include <filesystem>
 
 namespace {
 
-using namespace vynaudiofilterhost;
-using namespace vynaudiofilterhost::vst;
-using namespace vynfixtures;
-using testing::ElementsAre;
-using testing::IsEmpty;
-using vyncore::UString;
+using namespace vyntest;
 using vyncore::filesupport::Dir;
-using vyntest::ConstructionCalls;
-using vyntest::Joined;
 
-using Texts = std::vector<std::string>;
-
-class VSTScanContextTest : public testing::Test {
+class VSTScanContextTest : public ScanContextFixture<VSTScanContext> {
 protected:
-    VSTScanContextTest() { Initialize(true); }
-    ~VSTScanContextTest() override {
-        inventory.ClearAll(true);
-        Terminate();
-    }
-
     static PluginLocator Locator(char const* name) { return {kTechnologyVST, VSTFixtureModule::Path16(name)}; }
 
-    static std::vector<boost::intrusive_ptr<AudioFilterDescriptor>> Catalogue() {
-        auto const& catalogue = AudioFilterDescriptorManager::GetInstance();
-        return {catalogue.InfoBegin(), catalogue.InfoEnd()};
-    }
-
-    /// Scans the configurable module; how many filters it has, -1 when it isn't filed. `calls` then has what it saw.
+    /// Scans the configurable module. `calls` then has what it saw.
     int Scan(VSTFixtureConfiguration const& configuration, bool shells = true, bool force = false,
              bool internal = false) {
         inventory.ClearAll(true);
         VSTFixtureModule const fixture("configurable.so", configuration);
-        context.StartScan({Locator("configurable.so")}, shells, force, internal);
-        while (context.Continue()) {
-        }
+        int const filters = ScanModule(Locator("configurable.so"), shells, force, internal);
         calls = fixture.Names();
         EXPECT_THAT(fixture.IllFormedCalls(), IsEmpty());
         EXPECT_EQ(fixture->liveEffects(), 0);
-        info = inventory.FindPluginInfo(Locator("configurable.so"));
-        return info ? static_cast<int>(Catalogue().size()) : -1;
+        return filters;
     }
 
-    std::string Progress() const {
-        PluginLocator locator(kTechnologyVST, u"/untouched");
-        UString detail;
-        unsigned long long index = 99;
-        bool const inside = context.GetProgress(locator, detail, index);
-        UString const path = locator.GetPath();
-        return vyncore::string::UTF16to8(path.substr(path.rfind(u'/') + 1) + detail) + " " + std::to_string(index) +
-               (inside ? "" : " end");
-    }
-
-    static inline auto& inventory = PluginModuleInfoManager::GetInstance();
-    VSTScanContext context;
-    boost::intrusive_ptr<PluginModuleInfo> info;
     Texts calls;
 };
 
 Texts const kInspection{"effGetEffectName", "effGetVendorString", "effGetVstVersion", "effGetPlugCategory"};
 Texts const kProbe{"effGetVstVersion", "effSetSpeakerArrangement", "effGetSpeakerArrangement"};
 
-/// What an effect of one parameter sees that is asked for its descriptor.
-Texts Description(Texts const& category, Texts const& probes) {
-    Texts names = Joined({"VSTPluginMain"}, ConstructionCalls(1));
-    names = Joined(names, {"effGetVstVersion", "effGetVendorString"});
-    return Joined(Joined(names, category), Joined(probes, {"effClose"}));
+/// What an effect of one parameter sees that is inspected, and that is asked for its descriptor.
+Texts Inspected(Texts const& questions) {
+    return Joined({{"VSTPluginMain"}, ConstructionCalls(1), questions, {"effClose"}});
+}
+
+Texts Described(Texts const& category, Texts const& probes) {
+    return Joined({{"VSTPluginMain"},
+                   ConstructionCalls(1),
+                   {"effGetVstVersion", "effGetVendorString"},
+                   category,
+                   probes,
+                   {"effClose"}});
 }
 
 TEST_F(VSTScanContextTest, ModuleSeesAFixedOrderOfCalls) {
-    Texts const inspected = Joined(Joined({"VSTPluginMain"}, ConstructionCalls(1)), kInspection);
+    Texts const category{"effGetVstVersion", "effGetPlugCategory"}, probes = Joined({kProbe, kProbe});
     EXPECT_EQ(Scan({}), 1);
-    EXPECT_EQ(calls, Joined(Joined(inspected, {"effClose"}),
-                            Description({"effGetVstVersion", "effGetPlugCategory"}, Joined(kProbe, kProbe))));
+    EXPECT_EQ(calls, Joined({Inspected(kInspection), Described(category, probes)}));
 
     VSTFixtureConfiguration synth;
     synth.category = kPlugCategSynth;
     EXPECT_EQ(Scan(synth), 1);
-    EXPECT_EQ(calls,
-              Joined(Joined(inspected, {"effClose"}), Description({"effGetVstVersion", "effGetPlugCategory"}, {})))
-        << "an instrument is not probed";
+    EXPECT_EQ(calls, Joined({Inspected(kInspection), Described(category, {})})) << "an instrument is not probed";
 
     EXPECT_EQ(Scan({}, true, false, true), 1);
-    EXPECT_EQ(calls, Joined(Joined(inspected, {"effClose"}), Description({}, Joined(kProbe, kProbe))));
+    EXPECT_EQ(calls, Joined({Inspected(kInspection), Described({}, probes)}));
 
     VSTFixtureConfiguration old;
     old.vstVersion = 1;
     EXPECT_EQ(Scan(old), 1);
-    Texts const oldInspection{"effGetEffectName", "effGetVendorString", "effGetVstVersion", "effClose"};
-    EXPECT_EQ(calls, Joined(Joined(Joined({"VSTPluginMain"}, ConstructionCalls(1)), oldInspection),
-                            Description({"effGetVstVersion"}, {"effGetVstVersion", "effGetVstVersion"})));
+    EXPECT_EQ(calls, Joined({Inspected({"effGetEffectName", "effGetVendorString", "effGetVstVersion"}),
+                             Described({"effGetVstVersion"}, {"effGetVstVersion", "effGetVstVersion"})}));
 
     EXPECT_EQ(Scan(VSTFixtureConfiguration::Shell()), 3);
-    Texts shell = Joined(inspected, Texts(4, "effShellGetNextPlugin"));
-    shell.emplace_back("effClose");
-    for (int effect = 0; effect < 3; ++effect)
-        shell = Joined(shell, Description({"effGetVstVersion", "effGetPlugCategory"}, Joined(kProbe, kProbe)));
-    EXPECT_EQ(calls, shell);
+    Texts const described = Described(category, probes);
+    EXPECT_EQ(calls, Joined({Inspected(Joined({kInspection, Texts(4, "effShellGetNextPlugin")})), described, described,
+                             described}));
 }
 
 TEST_F(VSTScanContextTest, ModuleTakesAStepForEachEffectAndIsFiledBehindItsLast) {
@@ -240,7 +202,7 @@ TEST_F(VSTScanContextTest, AsMuchIsFiledOfAModuleAsItLetsBeKnown) {
 }
 
 TEST(VSTTechnologyTest, FilesOfAFolderComeBeforeThoseBelowItAndBannedOnesNotAtAll) {
-    vyntest::TemporaryFolder const folder;
+    TemporaryFolder const folder;
     folder.AddFolder("below/deeper");
     folder.AddFolder("Bundle.vst3/Contents");
     for (char const* const name : {"a.so", "B.SO", "c.dll", "d.so.1", "banned.so", "below/e.so", "below/deeper/f.so"})
@@ -262,13 +224,13 @@ TEST(VSTTechnologyTest, FilesOfAFolderComeBeforeThoseBelowItAndBannedOnesNotAtAl
 }
 
 TEST(VSTTechnologyTest, DefaultFoldersAreThoseChosenTheSystemsAndTheUsersOwn) {
-    vyntest::TemporaryFolder const folder;
+    TemporaryFolder const folder;
     folder.AddFolder("one");
     folder.AddFolder("two");
     UString const one = folder.Path16("one"), two = folder.Path16("two"), own = folder.Path16(".vst");
-    vyntest::ScopedVariable const home("HOME", folder.Path().c_str());
+    ScopedVariable const home("HOME", folder.Path().c_str());
     auto const listed = [](std::string const& path) {
-        vyntest::ScopedVariable const variable("VST_PATH", path.c_str());
+        ScopedVariable const variable("VST_PATH", path.c_str());
         std::vector<UString> directories = GetDefaultVSTDirectories();
         std::erase(directories, u"/usr/lib/vst");
         return directories;
@@ -280,14 +242,14 @@ TEST(VSTTechnologyTest, DefaultFoldersAreThoseChosenTheSystemsAndTheUsersOwn) {
     EXPECT_THAT(listed(""), ElementsAre(own));
     folder.AddFolder(".vst");
     EXPECT_THAT(listed(base + ".vst"), ElementsAre(own)) << "listed once";
-    vyntest::ScopedVariable const system("VST_PATH", "/usr/lib/vst");
+    ScopedVariable const system("VST_PATH", "/usr/lib/vst");
     std::vector<UString> const directories = GetDefaultVSTDirectories();
     EXPECT_LE(std::count(directories.begin(), directories.end(), u"/usr/lib/vst"), 1);
     EXPECT_EQ(directories.back(), own);
 }
 
 TEST(VSTTechnologyTest, WhatLiesInTheFormatsFoldersIsFoundScannedAndMade) {
-    vyntest::TemporaryFolder const folder;
+    TemporaryFolder const folder;
     std::filesystem::copy_file(VSTFixtureModule::Path("shell.so"), folder.Path() / "Many.so");
     Initialize(true);
     auto& inventory = PluginModuleInfoManager::GetInstance();
@@ -297,12 +259,7 @@ TEST(VSTTechnologyTest, WhatLiesInTheFormatsFoldersIsFoundScannedAndMade) {
     technology->RemoveAllPluginDirectories();
     technology->AddPluginDirectories({folder.Path16()});
     EXPECT_THAT(technology->CollectPlugins(), ElementsAre(PluginLocator(kTechnologyVST, folder.Path16("Many.so"))));
-    boost::intrusive_ptr<PluginModuleScanner> const scanner(
-        new PluginModuleScanner(technology->CollectPlugins(), true, false, false));
-    scanner->BeginScan();
-    while (scanner->ContinueScan()) {
-    }
-    scanner->EndScan();
+    ScanAll(technology->CollectPlugins());
     EXPECT_FALSE(IsModuleLoaded(folder.Path() / "Many.so"));
     // A module that this run of the library has not inspected isn't known to be a shell.
     Terminate();

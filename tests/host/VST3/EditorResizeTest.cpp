@@ -4,17 +4,12 @@
 
 namespace {
 
-using namespace vynaudiofilterhost;
-using namespace vynaudiofilterhost::vst3;
-using namespace vynfixtures;
+using namespace vyntest;
 using Steinberg::kResultFalse;
 using Steinberg::kResultOk;
 using Steinberg::ViewRect;
-using testing::ElementsAre;
-using testing::IsEmpty;
-using vyntest::PluginWithView;
 
-using VST3EditorResizeTest = vyntest::VST3EditorFixture;
+using VST3EditorResizeTest = VST3EditorFixture;
 
 TEST_F(VST3EditorResizeTest, EmptyRectangleIsRefusedAndChangesNothing) {
     Make({});

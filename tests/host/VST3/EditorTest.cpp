@@ -6,17 +6,12 @@
 
 namespace {
 
-using namespace vynaudiofilterhost;
-using namespace vynaudiofilterhost::vst3;
-using namespace vynfixtures;
+using namespace vyntest;
 using Steinberg::IPlugFrame;
 using Steinberg::kInvalidArgument;
 using Steinberg::kResultOk;
-using testing::ElementsAre;
-using testing::IsEmpty;
-using vyntest::PluginWithView;
 
-class VST3EditorTest : public vyntest::VST3EditorFixture {
+class VST3EditorTest : public VST3EditorFixture {
 protected:
     IVST3TolveVendorSpecificHost& VendorHost() {
         void* found = nullptr;
@@ -189,15 +184,7 @@ TEST_F(VST3EditorTest, EditorThatIsHeldLongerThanItsPluginDoesNothing) {
         filter.reset();
         EXPECT_EQ((*fixture)->liveObjects(), 0) << "the view doesn't outlive its controller";
         EXPECT_EQ(fixture->CountCalls("removed"), 1);
-        fixture->ClearCalls();
-        EXPECT_FALSE(editor->IsOpen());
-        editor->OpenEditor(&window);
-        EXPECT_FALSE(editor->IsOpen());
-        EXPECT_EQ(editor->GetEditorBounds(), Bounds());
-        editor->SetBrightness(1.0f, true);
-        EXPECT_FALSE(editor->GainFocus(true));
-        EXPECT_FALSE(editor->SetCurrentFocus());
-        editor->CloseEditor();
+        ExpectNothingOf(*editor);
         editor.reset();
         EXPECT_THAT(TakeTexts(), IsEmpty());
     }
@@ -246,12 +233,12 @@ TEST_F(VST3EditorTest, AttachedViewIsCalledForItsTimerAndItsDescriptorUntilItIsR
     EXPECT_TRUE(editor->IsOpen());
     EXPECT_THAT(TakeTexts(), ElementsAre("View.attached(X11EmbedWindowID)", "View.host:registerTimer(0)",
                                          "View.host:registerEventHandler(0)"));
-    EXPECT_TRUE(vyntest::RunCallsUntil(
-        [this] { return fixture->CountCalls("onTimer") >= 3 && fixture->CountCalls("onFDIsSet") >= 1; }));
+    EXPECT_TRUE(
+        RunCallsUntil([this] { return fixture->CountCalls("onTimer") >= 3 && fixture->CountCalls("onFDIsSet") >= 1; }));
     EXPECT_THAT(fixture->CallTexts({"onFDIsSet"}), ElementsAre("View.onFDIsSet(1)")) << "there was one byte";
     fixture->ClearCalls();
     editor->CloseEditor();
-    vyntest::RunCallsFor(5);
+    RunCallsFor(5);
     EXPECT_THAT(TakeTexts(),
                 ElementsAre("View.removed()", "View.host:unregisterTimer(0)", "View.host:unregisterEventHandler(0)"));
 }
@@ -259,12 +246,12 @@ TEST_F(VST3EditorTest, AttachedViewIsCalledForItsTimerAndItsDescriptorUntilItIsR
 TEST_F(VST3EditorTest, HandlersThatAPluginLeavesAreNotCalledOnceItsFilterHasGone) {
     for (bool const held : {false, true}) {
         MakeOpen(PluginWithView({.usesRunLoop = true, .readsPipe = false, .leavesHandlers = true}));
-        EXPECT_TRUE(vyntest::RunCallsUntil([this] { return fixture->CountCalls("onTimer") >= 1; }));
+        EXPECT_TRUE(RunCallsUntil([this] { return fixture->CountCalls("onTimer") >= 1; }));
         boost::intrusive_ptr<AudioFilterEditor> const longer = held ? editor : nullptr;
         editor.reset();
         filter.reset();
         fixture->ClearCalls();
-        vyntest::RunCallsFor(5);
+        RunCallsFor(5);
         EXPECT_THAT(TakeTexts(), IsEmpty());
     }
 }

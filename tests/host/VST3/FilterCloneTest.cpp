@@ -6,12 +6,9 @@
 
 namespace {
 
-using namespace vynaudiofilterhost;
-using namespace vynfixtures;
-using vyntest::Bus;
-using vyntest::MapOf;
+using namespace vyntest;
 
-class FilterCloneTest : public vyntest::FilterTest {
+class FilterCloneTest : public FilterTest {
 protected:
     ~FilterCloneTest() override { Catalogue().ClearExternalInfos(); }
 
@@ -43,8 +40,8 @@ TEST_F(FilterCloneTest, ACopyHasStateBusesAndMapsAndIsSuspended) {
     auto const copy = Clone();
     ASSERT_TRUE(copy && copy != filter);
     EXPECT_THAT(fixture->CallTexts({"setBusArrangements", "getState", "setState", "setActive"}),
-                testing::ElementsAre("Component.getState(8)", "Component.setBusArrangements(1)",
-                                     "Component.getState(8)", "Controller.getState(0)", "Component.setState(8)"))
+                ElementsAre("Component.getState(8)", "Component.setBusArrangements(1)", "Component.getState(8)",
+                            "Controller.getState(0)", "Component.setState(8)"))
         << "made, then fitted with buses, then set";
     EXPECT_EQ(copy->GetID(), filter->GetID());
     EXPECT_EQ(copy->GetInputBuses(), filter->GetInputBuses());
@@ -85,7 +82,6 @@ TEST_F(FilterCloneTest, WhatCannotBeMadeGivesNull) {
     Open({});
     EXPECT_FALSE(AudioFilter::Clone(nullptr));
     EXPECT_FALSE(Clone()) << "not in the catalogue";
-    filter.reset();
     OpenAndList({});
     fixture->Configure(FixtureConfiguration().Fail(FixtureFault::ComponentCreationFails));
     EXPECT_FALSE(Clone());

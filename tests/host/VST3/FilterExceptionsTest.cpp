@@ -6,11 +6,8 @@
 
 namespace {
 
-using namespace vynaudiofilterhost;
-using namespace vynfixtures;
-using testing::Each;
+using namespace vyntest;
 using testing::EndsWith;
-using vyntest::Block;
 
 /// A plug-in with everything that the host asks for, so that every call is made.
 FixtureConfiguration FullPlugin() {
@@ -21,7 +18,7 @@ FixtureConfiguration FullPlugin() {
     return configuration;
 }
 
-class FilterExceptionsTest : public vyntest::FilterTest {
+class FilterExceptionsTest : public FilterTest {
 protected:
     /// Channels that the plug-in was handed; each must have memory behind it.
     static int CountChannels(FixtureBlockBuses const& buses) {
@@ -33,7 +30,7 @@ protected:
 
     /// A block through whatever buses the filter has now.
     void RenderAllChannels() {
-        Block in(filter->GetNumberOfInputChannels(), 64), out(filter->GetNumberOfOutputChannels(), 64);
+        SampleBlock in(filter->GetNumberOfInputChannels(), 64), out(filter->GetNumberOfOutputChannels(), 64);
         Resume(64);
         Render(in, out, 64);
         EXPECT_EQ(CountChannels(fixture->LastBlock().inputs), filter->GetNumberOfInputChannels());
@@ -84,8 +81,7 @@ TEST_F(FilterExceptionsTest, TeardownGoesOnAfterAnException) {
 
 TEST_F(FilterExceptionsTest, BusQuestionsThatThrowLeaveAFilterThatRenders) {
     PluginLocator const locator(kTechnologyVST3, FixturePath16("configurable.vst3"));
-    AudioFilter::Buses const surround{
-        {u"", vynmediatypes::AudioChannelLayout(6), vynmediatypes::AudioBusDescription::kTypeMain}};
+    AudioFilter::Buses const surround = Buses({6});
     for (int from = 1; from <= 6; ++from) {
         for (bool const describes : {true, false}) {
             SCOPED_TRACE(testing::Message() << "from question " << from << ", describes " << describes);

@@ -5,12 +5,9 @@
 
 namespace {
 
-using namespace vynaudiofilterhost;
-using namespace vynfixtures;
-using testing::ElementsAre;
-using vyncore::UString;
+using namespace vyntest;
 
-using FilterHostServicesTest = vyntest::FilterTest;
+using FilterHostServicesTest = FilterTest;
 
 FixtureConfiguration VendorPlugin() {
     FixtureConfiguration configuration;
@@ -89,6 +86,10 @@ TEST_F(FilterHostServicesTest, NameAndVendorComeFromTheNextBestPlace) {
     ASSERT_TRUE(filter);
     EXPECT_EQ(filter->GetDisplayName(), u"Fixture");
     EXPECT_EQ(filter->CreateFilterDescriptor(locator, false)->GetVendorString(), u"");
+    for (int const level : {1, 2}) {
+        Open({.factoryLevel = level});
+        EXPECT_EQ(filter->GetDisplayName(), u"Fixture") << level;
+    }
 }
 
 TEST_F(FilterHostServicesTest, VendorsControllerAndProcessorGoBeforeAllElse) {

@@ -11,12 +11,9 @@
 
 namespace {
 
-using namespace vynaudiofilterhost;
-using namespace vynfixtures;
-using testing::ElementsAre;
-using vyntest::Block;
+using namespace vyntest;
 
-using FilterProcessingTest = vyntest::FilterTest;
+using FilterProcessingTest = FilterTest;
 
 class FakeHost : public IAudioFilterHost {
 public:
@@ -39,9 +36,9 @@ TEST_F(FilterProcessingTest, LongBlocksReachThePluginInSlices) {
     filter->SetParameter(0, 1.0f); // a gain of 2
     filter->SetCurrentOffset(100);
     fixture->ClearCalls();
-    Block in(2, 2500), out(2, 2500);
+    SampleBlock in(2, 2500), out(2, 2500);
     {
-        vyntest::NoAllocationScope const guard;
+        NoAllocationScope const guard;
         EXPECT_EQ(Render(in, out, 2500).GetBits(), 0u);
     }
     EXPECT_THAT(fixture->CallTexts({"process"}),
@@ -54,13 +51,12 @@ TEST_F(FilterProcessingTest, LongBlocksReachThePluginInSlices) {
     EXPECT_EQ(fixture->CountCalls("process"), 3);
     Render(in, out, 8);
     EXPECT_EQ(fixture->LastBlock().projectTimeSamples, 2600);
-    filter->Suspend();
 }
 
 TEST_F(FilterProcessingTest, TransportIsToldAsFarAsTheHostKnowsIt) {
     Open({});
     Resume();
-    Block block(2, 8);
+    SampleBlock block(2, 8);
     Render(block, block, 8);
     EXPECT_EQ(fixture->LastBlock().state, 2u);
     FakeHost host;
@@ -84,26 +80,23 @@ TEST_F(FilterProcessingTest, SilenceFlagsTravelBusByBusBothWays) {
                            {FixtureBus::Make(3), FixtureBus::Make(3)});
     Open(configuration);
     Resume();
-    Block in(4, 8), out(4, 8);
+    SampleBlock in(4, 8), out(4, 8);
     ChannelFlags const outFlags = Render(in, out, 8, 0b0100);
     EXPECT_EQ(fixture->LastBlock().inputs.silence[0], 0u);
     EXPECT_EQ(fixture->LastBlock().inputs.silence[1], 1u);
     EXPECT_EQ(outFlags.GetBits() >> 4, 0u) << "no bit beyond the filter's channels";
     EXPECT_EQ(Render(in, out, 8, 0b1111).GetBits(), 0b1111u);
-    filter->Suspend();
 }
 
 TEST_F(FilterProcessingTest, ValuesSetBetweenBlocksArriveAsOnePointAndAreAllocatedNowhere) {
-    FixtureConfiguration configuration;
-    configuration.parameterCount = 3;
-    Open(configuration);
+    Open({.parameterCount = 3});
     Resume();
-    Block block(2, 8);
+    SampleBlock block(2, 8);
     filter->SetParameter(2, 0.25f);
     filter->SetParameter(2, 0.75f);
     filter->SetParameter(1, 0.5f);
     {
-        vyntest::NoAllocationScope const guard;
+        NoAllocationScope const guard;
         Render(block, block, 8);
     }
     FixtureBlock const& seen = fixture->LastBlock();
@@ -115,7 +108,6 @@ TEST_F(FilterProcessingTest, ValuesSetBetweenBlocksArriveAsOnePointAndAreAllocat
     EXPECT_TRUE(fixture->LastBlock().hasInputChanges);
     EXPECT_EQ(fixture->LastBlock().changeCount, 0);
     EXPECT_EQ(filter->GetParameter(2), 0.75f);
-    filter->Suspend();
 }
 
 TEST_F(FilterProcessingTest, SuspendSendsPendingValuesWithoutAudio) {
@@ -132,9 +124,7 @@ TEST_F(FilterProcessingTest, SuspendSendsPendingValuesWithoutAudio) {
     EXPECT_EQ(seen.inputs.count, 0);
     EXPECT_FALSE(seen.inputs.present);
     EXPECT_EQ(seen.pointCount, 1);
-}
 
-TEST_F(FilterProcessingTest, PluginThatThrowsWhileSuspendedKeepsNobodyFromSuspending) {
     FixtureConfiguration configuration;
     Open(configuration.Fail(FixtureFault::ProcessThrows));
     Resume();
@@ -146,11 +136,9 @@ TEST_F(FilterProcessingTest, PluginThatThrowsWhileSuspendedKeepsNobodyFromSuspen
 }
 
 TEST_F(FilterProcessingTest, PointsOfThePluginReachItsControllerWithTheTick) {
-    FixtureConfiguration configuration;
-    configuration.outputPointCount = 101;
-    Open(configuration);
+    Open({.outputPointCount = 101});
     Resume();
-    Block block(2, 8);
+    SampleBlock block(2, 8);
     Render(block, block, 8);
     filter->EditorAttached();
     EXPECT_EQ(fixture->CountCalls("setParamNormalized"), 0) << "the tick is connected already";
@@ -172,7 +160,7 @@ TEST_F(FilterProcessingTest, FailingProcessIsTracedOnceAndThrowingEndsTheBlock) 
         [](int, std::string_view tag, std::string_view) { traces += tag == "VST3AudioFilter::Process"; });
     FixtureConfiguration configuration;
     Open(configuration.Fail(FixtureFault::ProcessFails));
-    Block block(2, 4096);
+    SampleBlock block(2, 4096);
     for (int round = 1; round <= 2; ++round) {
         Resume();
         Render(block, block, 64);
@@ -192,7 +180,6 @@ TEST_F(FilterProcessingTest, FailingProcessIsTracedOnceAndThrowingEndsTheBlock) 
         EXPECT_EQ(fixture->CountCalls("process"), 1);
         Render(block, block, 3000);
         EXPECT_EQ(fixture->CountCalls("process"), 4);
-        filter->Suspend();
     }
 }
 
@@ -205,7 +192,7 @@ TEST_F(FilterProcessingTest, MidiBecomesEventsOrMappedParameters) {
     configuration.midiAssignments[1] = {129, 1}; // pitch bend
     Open(configuration);
     Resume();
-    Block block(2, 64);
+    SampleBlock block(2, 64);
     filter->ScheduleMIDIEvent(true, 5, 0x93, 60, 127);
     filter->ScheduleMIDIEvent(false, 6, 0x83, 60, 0);
     filter->ScheduleMIDIEvent(false, 7, 0xA3, 60, 127);
@@ -246,14 +233,10 @@ TEST_F(FilterProcessingTest, MidiBecomesEventsOrMappedParameters) {
     filter->ScheduleMIDIEvent(false, 0, 0x90, 60, 1);
     Render(block, block, 64);
     EXPECT_FALSE(fixture->LastBlock().hasInputEvents);
-    filter->Suspend();
 }
 
 TEST_F(FilterProcessingTest, LatencyIsCachedWhileRunning) {
-    FixtureConfiguration configuration;
-    configuration.latency = 64;
-    configuration.tail = 4800;
-    Open(configuration);
+    Open({.latency = 64, .tail = 4800});
     EXPECT_EQ(filter->GetTail(), 4800);
     Resume();
     (*fixture)->setLatency(100);
@@ -287,24 +270,18 @@ TEST_F(FilterProcessingTest, EditsOfThePluginReachProcessorAndListeners) {
     (*fixture)->callHost(FixtureHostCall::PerformEdit, 2, 1.0); // the bypass isn't shown
     EXPECT_EQ((*fixture)->callHost(FixtureHostCall::BeginEdit, 77, 0.0), 0);
     EXPECT_THAT(heard, ElementsAre(std::pair(1, 0.25f)));
-    Block block(2, 8);
+    SampleBlock block(2, 8);
     Render(block, block, 8);
     EXPECT_EQ(fixture->LastBlock().pointCount, 2);
-    filter->Suspend();
 }
 
 // The render thread, an automating main thread and a plug-in that edits from within, all at once.
 TEST_F(FilterProcessingTest, ThreadsMeetInTheFilterWithoutARace) {
-    FixtureConfiguration configuration;
-    configuration.parameterCount = 200;
-    configuration.performEditInProcess = true;
-    configuration.outputPointCount = 3;
-    configuration.logging = false;
-    Open(configuration);
+    Open({.parameterCount = 200, .logging = false, .outputPointCount = 3, .performEditInProcess = true});
     Resume(64);
     std::atomic<bool> done{false};
     std::thread render([&] {
-        Block in(2, 64), out(2, 64);
+        SampleBlock in(2, 64), out(2, 64);
         while (!done)
             Render(in, out, 64);
     });

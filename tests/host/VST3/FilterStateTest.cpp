@@ -3,16 +3,12 @@
 #include "vynaudiofilterhost/presets/PresetData.h"
 #include "vynaudiofilterhost/VST3/src/VST3PresetFile.h"
 #include "vynaudiofilterhost/VST3/src/VST3StateChunk.h"
-#include "vyncore/proplist/PropList.h"
 
 #include <cstring>
 
 namespace {
 
-using namespace vynaudiofilterhost;
-using namespace vynfixtures;
-using testing::ElementsAre;
-using testing::IsEmpty;
+using namespace vyntest;
 using namespace std::string_literals;
 using Bytes = PresetData::Bytes;
 
@@ -33,7 +29,7 @@ Bytes Chunk(std::string const& bytes) {
 // 5 and 3 bytes, each size in eight, and the bytes of both.
 std::string const kWholeChunk = "\5\0\0\0\0\0\0\0\3\0\0\0\0\0\0\0compoctl"s;
 
-class FilterStateTest : public vyntest::FilterTest {
+class FilterStateTest : public FilterTest {
 protected:
     void OpenWithStates(std::string const& component, std::string const& controller) {
         mConfiguration.stateHoldsGain = false;
@@ -86,7 +82,6 @@ TEST_F(FilterStateTest, StateThatAPluginRefusesToGiveCountsAsNone) {
     EXPECT_EQ(SavedChunk(), Chunk(chunk));
     EXPECT_THAT(CallsOfLoading(SavedChunk()), ElementsAre("Component.setState(5)", "Controller.setComponentState(5)"));
     mConfiguration.Fail(FixtureFault::ComponentGetStateFails);
-    filter.reset();
     OpenWithStates("compo", "ctl");
     mPreset.Clear();
     EXPECT_THAT(SavedChunk(), IsEmpty());
@@ -117,7 +112,6 @@ TEST_F(FilterStateTest, RefusalAndExceptionsOfThePluginShow) {
     EXPECT_FALSE(filter->WasStateTaken());
     mConfiguration.faults = 0;
     mConfiguration.ThrowIn("Component.setState");
-    filter.reset();
     OpenWithStates("compo", "ctl");
     int changes = 0;
     filter->ConnectPresetChanged([&] { ++changes; });
@@ -129,7 +123,6 @@ TEST_F(FilterStateTest, RefusalAndExceptionsOfThePluginShow) {
     EXPECT_NE(filter->GetParameterDirtyCount(), dirty);
     // What was stored is not lost for what the plug-in can't give.
     mConfiguration.ThrowIn("Controller.getState");
-    filter.reset();
     OpenWithStates("compo", "ctl");
     EXPECT_ANY_THROW(filter->SaveSettings(mPreset));
     Bytes chunk;

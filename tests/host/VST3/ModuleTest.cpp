@@ -11,42 +11,52 @@
 
 namespace {
 
-using namespace vynaudiofilterhost;
-using namespace vynfixtures;
-using vyncore::UString;
+using namespace vyntest;
+
+Texts exits;
+
+template <int Number>
+void NoteExit(FixtureCall const* call) {
+    exits.push_back(std::to_string(Number) + ' ' + call->name);
+}
 
 class ModuleTest : public testing::Test {
 protected:
     ModuleTest() { Initialize(true); }
     ~ModuleTest() override { Terminate(); }
 
+    /// Ends the library, and with it every module, and starts it anew.
+    static void UnloadAll() {
+        Terminate();
+        Initialize(true);
+    }
+
+    boost::intrusive_ptr<PluginModule> OpenModule(char const* name) {
+        return OpenPluginModule(FixturePath16(name), mReason);
+    }
+
     UString mReason;
 };
 
 TEST_F(ModuleTest, ModulesThatCannotBeUsedAreRefusedWithAReasonAndNotKept) {
-    for (char const* const name : {"initdllfails.vst3", "moduleentryfails.vst3", "nofactory.vst3", "notaplugin.vst3",
-                                   "othermachine.vst3", "missing.vst3"}) {
+    for (auto const& [name, reason] :
+         {std::pair("initdllfails.vst3", u""), std::pair("moduleentryfails.vst3", u""), std::pair("missing.vst3", u""),
+          std::pair("nofactory.vst3", u"the module has no VST3 factory"),
+          std::pair("notaplugin.vst3", u"it is no module"),
+          std::pair("othermachine.vst3", u"it was made for another kind of machine")}) {
         mReason.clear();
-        EXPECT_FALSE(OpenPluginModule(FixturePath16(name), mReason)) << name;
+        EXPECT_FALSE(OpenModule(name)) << name;
         EXPECT_FALSE(mReason.empty()) << name;
+        EXPECT_TRUE(*reason == u'\0' || mReason == reason) << name;
         EXPECT_EQ(mReason.find(u'\n'), UString::npos) << name;
         EXPECT_FALSE(IsModuleLoaded(FixturePath(name))) << name;
     }
 }
 
-TEST_F(ModuleTest, ReasonSaysWhatIsWrongWithTheFile) {
-    OpenPluginModule(FixturePath16("othermachine.vst3"), mReason);
-    EXPECT_EQ(mReason, u"it was made for another kind of machine");
-    OpenPluginModule(FixturePath16("notaplugin.vst3"), mReason);
-    EXPECT_EQ(mReason, u"it is no module");
-    OpenPluginModule(FixturePath16("nofactory.vst3"), mReason);
-    EXPECT_EQ(mReason, u"the module has no VST3 factory");
-}
-
 TEST_F(ModuleTest, EntryPointsAreOptionalAndInitDllComesFirst) {
-    EXPECT_TRUE(OpenPluginModule(FixturePath16("noentry.vst3"), mReason));
+    EXPECT_TRUE(OpenModule("noentry.vst3"));
     FixtureModule initDll("initdll.vst3");
-    EXPECT_TRUE(OpenPluginModule(FixturePath16("initdll.vst3"), mReason));
+    EXPECT_TRUE(OpenModule("initdll.vst3"));
     EXPECT_EQ(initDll.CountCalls("InitDll"), 1);
     EXPECT_EQ(initDll.CountCalls("ModuleEntry"), 0);
     Terminate();
@@ -56,28 +66,29 @@ TEST_F(ModuleTest, EntryPointsAreOptionalAndInitDllComesFirst) {
 }
 
 TEST_F(ModuleTest, InfoListsTheAudioClassesAlone) {
+    FixtureConfiguration configuration;
+    configuration.otherClassCount = 3;
+    FixtureModule fixture("configurable.vst3", configuration);
+    FixtureModule const two("shell.vst3", configuration);
     std::vector<UString> classIDs;
-    auto const single = OpenPluginModule(FixturePath16("configurable.vst3"), mReason);
+    auto const single = OpenModule("configurable.vst3");
     auto const info = single->GetPluginInfo(classIDs);
     ASSERT_TRUE(info);
-    EXPECT_EQ(classIDs.size(), 1u);
+    EXPECT_THAT(classIDs, ElementsAre(fixture.UniqueID(0)));
     EXPECT_FALSE(info->IsShell());
     EXPECT_EQ(info->GetName(), u"configurable");
     EXPECT_EQ(info->GetVendor(), u"Fixture Factory");
-    auto const shell = OpenPluginModule(FixturePath16("shell.vst3"), mReason);
-    EXPECT_TRUE(shell->GetPluginInfo(classIDs)->IsShell());
-    EXPECT_EQ(classIDs.size(), 2u);
+    EXPECT_TRUE(OpenModule("shell.vst3")->GetPluginInfo(classIDs)->IsShell());
+    EXPECT_THAT(classIDs, ElementsAre(two.UniqueID(0), two.UniqueID(1))) << "in the factory's order";
     EXPECT_FALSE(single->Load()) << "loaded once, by its first owner";
     EXPECT_FALSE(single->CreateAudioFilter(u"3:1 2 3 4"));
-
-    FixtureConfiguration configuration;
-    FixtureModule const fixture("configurable.vst3", configuration.Fail(FixtureFault::NegativeClassCount));
+    fixture.Configure(configuration.Fail(FixtureFault::NegativeClassCount));
     EXPECT_FALSE(single->GetPluginInfo(classIDs));
     EXPECT_TRUE(classIDs.empty());
 }
 
 TEST_F(ModuleTest, FileThatHasGoneGivesNoModuleAndStaysLoaded) {
-    vyntest::TemporaryFolder const folder;
+    TemporaryFolder const folder;
     auto const path = folder.Path() / "copy.vst3";
     std::filesystem::copy_file(FixturePath("configurable.vst3"), path);
     auto const first = vst3::FindOrLoadVST3Module(path.u16string());
@@ -89,7 +100,7 @@ TEST_F(ModuleTest, FileThatHasGoneGivesNoModuleAndStaysLoaded) {
 }
 
 TEST_F(ModuleTest, BundleStandsForItsModuleForThisMachine) {
-    vyntest::TemporaryFolder const folder;
+    TemporaryFolder const folder;
     auto const bundle = folder.Path() / "Effect.vst3";
     std::filesystem::create_directories(bundle);
     EXPECT_EQ(vst3::FindModuleInBundle(bundle.u16string(), mReason), u"");
@@ -120,6 +131,70 @@ TEST_F(ModuleTest, PathsAreBroughtIntoOnePlainForm) {
         vst3::NormalizeModulePath(path);
         EXPECT_EQ(path, expected);
     }
+}
+
+TEST_F(ModuleTest, FailedLoadRunsNoExitPointAndTheNextOneStartsAnew) {
+    FixtureModule const fails("initdllfails.vst3");
+    for (int attempt = 1; attempt <= 2; ++attempt) {
+        EXPECT_FALSE(OpenModule("initdllfails.vst3"));
+        EXPECT_EQ(fails.CountCalls("InitDll"), attempt);
+    }
+    FixtureConfiguration configuration;
+    FixtureModule empty("configurable.vst3", configuration.Fail(FixtureFault::NullFactory));
+    EXPECT_FALSE(OpenModule("configurable.vst3"));
+    EXPECT_FALSE(mReason.empty());
+    empty.Configure({});
+    EXPECT_TRUE(OpenModule("configurable.vst3"));
+    EXPECT_EQ(empty.CountCalls("ModuleEntry"), 1);
+    UnloadAll();
+    EXPECT_EQ(fails.CountCalls("ExitDll"), 0);
+}
+
+TEST_F(ModuleTest, FactoryIsHeldUntilTheLibraryEnds) {
+    FixtureModule const fixture("configurable.vst3");
+    int const before = fixture->factoryReferences();
+    auto const module = vst3::FindOrLoadVST3Module(FixturePath16("configurable.vst3"));
+    ASSERT_TRUE(module);
+    int const loaded = fixture->factoryReferences();
+    EXPECT_GT(loaded, before);
+    EXPECT_FALSE(module->Load());
+    auto filter = module->CreateVST3Filter(fixture.UniqueID());
+    EXPECT_TRUE(filter) << "the refused Load leaves the factory in place";
+    EXPECT_GT(fixture->factoryReferences(), loaded);
+    filter.reset();
+    EXPECT_EQ(fixture->factoryReferences(), loaded);
+    UnloadAll();
+    EXPECT_LE(fixture->factoryReferences(), before + 1) << "the one that GetPluginFactory itself hands out may stay";
+    EXPECT_FALSE(module->CreateVST3Filter(fixture.UniqueID()));
+}
+
+TEST_F(ModuleTest, ModulesUnloadInTheOrderOfTheirPathsWhateverTheirExitPointsThrow) {
+    exits.clear();
+    FixtureModule shell("shell.vst3"), initDll("initdll.vst3"), configurable("configurable.vst3");
+    initDll.Configure(FixtureConfiguration().ThrowIn("Module.ExitDll"));
+    configurable.Configure(FixtureConfiguration().ThrowIn("Module.ModuleExit"));
+    for (char const* const name : {"shell.vst3", "initdll.vst3", "configurable.vst3"})
+        ASSERT_TRUE(OpenModule(name));
+    configurable->setSink(NoteExit<1>);
+    initDll->setSink(NoteExit<2>);
+    shell->setSink(NoteExit<3>);
+    EXPECT_NO_THROW(UnloadAll());
+    EXPECT_THAT(exits, ElementsAre("1 ModuleExit", "2 ExitDll", "3 ModuleExit"));
+    for (FixtureModule* const fixture : {&shell, &initDll, &configurable})
+        (*fixture)->setSink(nullptr);
+}
+
+TEST_F(ModuleTest, AllPathsOfAFileGiveOneModule) {
+    auto const absolute = OpenModule("configurable.vst3");
+    ASSERT_TRUE(absolute);
+    std::filesystem::path const folder = std::filesystem::path(FixturePath("configurable.vst3")).parent_path();
+    std::filesystem::path const former = std::filesystem::current_path();
+    std::filesystem::current_path(folder);
+    EXPECT_EQ(OpenPluginModule(u"./configurable.vst3", mReason), absolute);
+    EXPECT_EQ(OpenPluginModule(u"configurable.vst3", mReason), absolute);
+    EXPECT_EQ(OpenPluginModule((folder / ".." / folder.filename() / "configurable.vst3").u16string(), mReason),
+              absolute);
+    std::filesystem::current_path(former);
 }
 
 } // namespace

@@ -1,27 +1,19 @@
+#include "host/ScanFixture.h"
 #include "support/ScopedVariable.h"
 #include "support/TemporaryFolder.h"
 #include "vynaudiofilterhost/AudioFilterProxy.h"
-#include "vynaudiofilterhost/catalogue/AudioFilterDescriptorManager.h"
 #include "vynaudiofilterhost/catalogue/CreateAudioFilter.h"
-#include "vynaudiofilterhost/inventory/PluginModuleInfoManager.h"
-#include "vynaudiofilterhost/inventory/PluginModuleScanner.h"
-#include "vynaudiofilterhost/Library.h"
 #include "vyncore/proplist/PropListText.h"
-
-#include <gtest/gtest.h>
 
 #include <filesystem>
 
 namespace {
 
-using namespace vynaudiofilterhost;
-using vyncore::UString;
-using vyncore::UTF8String;
-using vyncore::proplist::PropList;
+using namespace vyntest;
 
 char const* const kBundle = "/usr/lib/vst3/ZamComp.vst3";
 
-UTF8String Stored(AudioFilter const& filter) {
+vyncore::UTF8String Stored(AudioFilter const& filter) {
     PropList list;
     PresetData preset(list);
     filter.SaveSettings(preset);
@@ -34,18 +26,14 @@ void LookAtDisk() {
     std::vector<PluginLocator> vanished;
     std::vector<PluginLocator> const found = inventory.CollectPotentialPlugins(true, vanished);
     inventory.RemovePluginLocators(vanished);
-    boost::intrusive_ptr<PluginModuleScanner> const scanner(new PluginModuleScanner(found, true, false, false));
-    scanner->BeginScan();
-    while (scanner->ContinueScan())
-        ;
-    scanner->EndScan();
+    ScanAll(found);
 }
 
 TEST(RealPluginProxyTest, StateOutlivesTheAbsenceOfTheModuleBitForBit) {
     if (!std::filesystem::exists(kBundle))
         GTEST_SKIP() << "the package zam-plugins is not installed";
-    vyntest::TemporaryFolder const folder;
-    vyntest::ScopedVariable const plugins("VST3_PATH", folder.Path().c_str());
+    TemporaryFolder const folder;
+    ScopedVariable const plugins("VST3_PATH", folder.Path().c_str());
     std::filesystem::path const bundle = folder.Path() / "ZamComp.vst3";
     std::filesystem::copy(kBundle, bundle, std::filesystem::copy_options::recursive);
     Initialize(true);
@@ -60,7 +48,7 @@ TEST(RealPluginProxyTest, StateOutlivesTheAbsenceOfTheModuleBitForBit) {
     filter->SetBlockSize(64);
     for (int index = 0; index < filter->GetParameterCount(); ++index)
         filter->SetParameter(index, 0.3f);
-    UTF8String const saved = Stored(*filter);
+    vyncore::UTF8String const saved = Stored(*filter);
     boost::intrusive_ptr<AudioFilterProxy> const proxy(new AudioFilterProxy(filter));
     filter.reset();
 

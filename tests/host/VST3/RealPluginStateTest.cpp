@@ -1,26 +1,23 @@
-#include "vynaudiofilterhost/AudioFilter.h"
+#include "host/HostTest.h"
+#include "support/SampleBlock.h"
 #include "vynaudiofilterhost/inventory/PluginModule.h"
 #include "vynaudiofilterhost/inventory/PluginModuleInfo.h"
 #include "vynaudiofilterhost/IPresetExchange.h"
 #include "vynaudiofilterhost/Library.h"
 #include "vynaudiofilterhost/OpenPluginModule.h"
 #include "vynaudiofilterhost/presets/PresetData.h"
-#include "vyncore/proplist/PropList.h"
 #include "vyncore/proplist/PropListText.h"
 #include "vyncore/strings/StringUtils.h"
-
-#include <gtest/gtest.h>
 
 #include <cmath>
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <random>
-#include <vector>
 
 namespace {
 
-using namespace vynaudiofilterhost;
-using vyncore::proplist::PropList;
+using namespace vyntest;
 using FilterPointer = boost::intrusive_ptr<AudioFilter>;
 
 constexpr int kBlock = 512;
@@ -39,16 +36,13 @@ struct RealPlugin {
 class Rack {
 public:
     explicit Rack(PluginModule& module) {
-        std::vector<vyncore::UString> ids;
+        std::vector<UString> ids;
         module.GetPluginInfo(ids);
         mFilter = module.CreateAudioFilter(ids.at(0));
         mFilter->SetSampleRate(48000.0f);
         mFilter->SetBlockSize(kBlock);
-        mSamples.resize(
-            static_cast<std::size_t>(mFilter->GetNumberOfInputChannels() + mFilter->GetNumberOfOutputChannels()),
-            std::vector<float>(kBlock));
-        for (auto& channel : mSamples)
-            mChannels.push_back(channel.data());
+        mIn.emplace(mFilter->GetNumberOfInputChannels(), kBlock);
+        mOut.emplace(mFilter->GetNumberOfOutputChannels(), kBlock);
     }
     Rack(Rack const&) = delete;
     Rack& operator=(Rack const&) = delete;
@@ -60,15 +54,14 @@ public:
     std::vector<float> Render(int blocks, float level) {
         std::minstd_rand noise(7);
         std::vector<float> result;
-        auto const inputs = static_cast<std::size_t>(mFilter->GetNumberOfInputChannels());
         for (int block = 0; block < blocks; ++block) {
-            for (std::size_t channel = 0; channel < mSamples.size(); ++channel)
-                for (float& sample : mSamples[channel])
-                    sample = channel < inputs ? level * (static_cast<float>(noise() % 2000) / 1000.0f - 1.0f) : 0.0f;
+            for (int channel = 0; channel < mFilter->GetNumberOfInputChannels(); ++channel)
+                for (int sample = 0; sample < kBlock; ++sample)
+                    mIn->Get()[channel][sample] = level * (static_cast<float>(noise() % 2000) / 1000.0f - 1.0f);
             ChannelFlags outFlags;
-            mFilter->ProcessWithMapping(mChannels.data(), mChannels.data() + inputs, kBlock, ChannelFlags(), outFlags);
-            for (std::size_t channel = inputs; channel < mSamples.size(); ++channel)
-                result.insert(result.end(), mSamples[channel].begin(), mSamples[channel].end());
+            mFilter->ProcessWithMapping(mIn->Get(), mOut->Get(), kBlock, ChannelFlags(), outFlags);
+            for (int channel = 0; channel < mFilter->GetNumberOfOutputChannels(); ++channel)
+                result.insert(result.end(), mOut->Get()[channel], mOut->Get()[channel] + kBlock);
         }
         return result;
     }
@@ -82,8 +75,7 @@ public:
 
 private:
     FilterPointer mFilter;
-    std::vector<std::vector<float>> mSamples;
-    std::vector<float*> mChannels;
+    std::optional<SampleBlock> mIn, mOut;
 };
 
 // A value that a parameter with steps can have.
@@ -142,7 +134,7 @@ void ExpectStateTravels(PluginModule& module, std::function<float()> const& next
     IPresetExchange::Bytes file;
     PropList fromFile;
     PresetData travelled(fromFile);
-    vyncore::UString reason;
+    UString reason;
     ASSERT_TRUE(exchange.WritePresetFile(preset, u"vstpreset", file, reason));
     ASSERT_TRUE(exchange.ReadPresetFile(file, travelled, reason)) << vyncore::string::UTF16to8(reason);
     EXPECT_TRUE(travelled == preset);
@@ -165,7 +157,7 @@ TEST_P(RealPluginStateTest, EveryParameterAndTheAudioComeBack) {
     std::string const path = std::string("/usr/lib/vst3/") + GetParam().name + ".vst3";
     if (!std::filesystem::exists(path))
         GTEST_SKIP() << "the package zam-plugins is not installed";
-    vyncore::UString reason;
+    UString reason;
     auto const module = OpenPluginModule(vyncore::string::UTF8to16(path), reason);
     ASSERT_TRUE(module) << vyncore::string::UTF16to8(reason);
     std::minstd_rand random(1);

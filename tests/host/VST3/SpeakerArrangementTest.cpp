@@ -1,20 +1,18 @@
 #include "vynaudiofilterhost/VST3/src/VST3SpeakerArrangement.h"
 
+#include "host/HostTest.h"
 #include "vynaudiofilterhost/VST3/src/VST3SpeakerTables.h"
 
 #include "pluginterfaces/vst/vstspeaker.h"
 
 #include <bit>
 #include <cstdint>
-#include <gtest/gtest.h>
 #include <set>
-#include <vector>
 
 using namespace vynaudiofilterhost::vst3;
 using Steinberg::Vst::SpeakerArrangement;
-using vynmediatypes::AudioBusDescription;
+using namespace vyntest;
 using vynmediatypes::AudioChannelDescription;
-using vynmediatypes::AudioChannelLayout;
 namespace SpeakerArr = Steinberg::Vst::SpeakerArr;
 
 namespace {

@@ -1,9 +1,10 @@
 #include "vynaudiofilterhost/catalogue/AudioFilterCategory.h"
 
-#include <gtest/gtest.h>
+#include "host/HostTest.h"
 
-namespace vynaudiofilterhost {
 namespace {
+
+using namespace vyntest;
 
 TEST(AudioFilterCategoryTest, InvariantAndShownNamesGoTheirOwnWays) {
     struct {
@@ -31,4 +32,3 @@ TEST(AudioFilterCategoryTest, InvariantAndShownNamesGoTheirOwnWays) {
 }
 
 } // namespace
-} // namespace vynaudiofilterhost

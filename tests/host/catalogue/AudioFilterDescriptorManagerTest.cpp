@@ -1,9 +1,6 @@
 #include "CatalogueFixture.h"
 
 #include "vynaudiofilterhost/catalogue/AudioFilterLegacyIDMapper.h"
-#include "vyncore/proplist/PropList.h"
-
-#include <gmock/gmock.h>
 
 #include <algorithm>
 #include <map>
@@ -11,11 +8,7 @@
 
 namespace {
 
-using namespace vynaudiofilterhost;
 using namespace vyntest;
-using testing::ElementsAre;
-using vyncore::UString;
-using vyncore::proplist::PropList;
 using Infos = std::vector<InfoPointer>;
 
 /// The catalogue without any index: each answer by a walk.

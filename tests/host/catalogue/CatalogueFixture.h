@@ -1,26 +1,21 @@
 #pragma once
 
+#include "host/HostTest.h"
 #include "vynaudiofilterhost/catalogue/AudioFilterDescriptorManager.h"
-
-#include <gtest/gtest.h>
-
-#include <vector>
 
 namespace vyntest {
 
-using InfoPointer = boost::intrusive_ptr<vynaudiofilterhost::AudioFilterDescriptor>;
+using InfoPointer = boost::intrusive_ptr<AudioFilterDescriptor>;
 
 inline vyncore::utility::Guid const kKind(0x12345678, 1, 2, {3, 4, 5, 6, 7, 8, 9, 10});
 
-inline InfoPointer MakeExternal(vyncore::UString const& id, unsigned version = 1, bool synth = false,
-                                vyncore::UString const& path = u"/m/a.vst3") {
-    using namespace vynaudiofilterhost;
+inline InfoPointer MakeExternal(UString const& id, unsigned version = 1, bool synth = false,
+                                UString const& path = u"/m/a.vst3") {
     return new AudioFilterDescriptor(PluginLocator(kTechnologyVST3, path), u"Name", u"Vendor", version, kCategoryEffect,
                                      id, kKind, synth);
 }
 
-inline InfoPointer MakeInternal(vyncore::UString const& id, unsigned version = 1, bool synth = false) {
-    using namespace vynaudiofilterhost;
+inline InfoPointer MakeInternal(UString const& id, unsigned version = 1, bool synth = false) {
     return new AudioFilterDescriptor(u"Name", version, kCategoryEffect, id, kKind, synth, false, false);
 }
 
@@ -32,7 +27,7 @@ protected:
 
     static std::vector<InfoPointer> Visible() { return {catalogue.InfoBegin(), catalogue.InfoEnd()}; }
 
-    static inline auto& catalogue = vynaudiofilterhost::AudioFilterDescriptorManager::GetInstance();
+    static inline auto& catalogue = AudioFilterDescriptorManager::GetInstance();
 
 private:
     static void Empty() {

@@ -10,9 +10,7 @@
 
 namespace {
 
-using namespace vynaudiofilterhost;
 using namespace vyntest;
-using vyncore::UString;
 using vyncore::utility::Guid;
 
 /// Filters of the tests' kind bear the ID that their creation function was given.

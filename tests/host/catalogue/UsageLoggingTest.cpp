@@ -3,11 +3,8 @@
 #include "vynaudiofilterhost/catalogue/UsageLogging.h"
 #include "vyncore/config/UsageLogger.h"
 
-#include <gmock/gmock.h>
-
 namespace {
 
-using namespace vynaudiofilterhost;
 using namespace vyntest;
 using vyncore::UTF8String;
 using vyncore::config::UsageLogger;
@@ -46,11 +43,10 @@ protected:
 TEST_F(UsageLoggingTest, ARecordSaysWhatTheFilterIs) {
     catalogue.AddAudioFilterDescriptor(Make(kCategoryOfflineProcess));
     LogAudioFilterUsage(boost::intrusive_ptr<AudioFilter>(new AudioFilter(u"3:id", u"shown")), "insert", "argument");
-    EXPECT_THAT(theRecord,
-                testing::ElementsAre("vynaudiofilterhost|audiofilter|vynaudiofilterhost_audiofilter|argument",
-                                     "version=4000000000", "name=Größe", "vendor=Vendor", "category=OfflineProcess",
-                                     "id=3:id", "factory_guid=12345678-0001-0002-0304-05060708090A", "+enabled",
-                                     "+synth", "-internal", "usage_context=insert"));
+    EXPECT_THAT(theRecord, ElementsAre("vynaudiofilterhost|audiofilter|vynaudiofilterhost_audiofilter|argument",
+                                       "version=4000000000", "name=Größe", "vendor=Vendor", "category=OfflineProcess",
+                                       "id=3:id", "factory_guid=12345678-0001-0002-0304-05060708090A", "+enabled",
+                                       "+synth", "-internal", "usage_context=insert"));
     LogAudioFilterUsage(Make(30), "", "");
     EXPECT_EQ(theRecord.size(), 10u) << "without an empty context";
     EXPECT_EQ(theRecord[4], "category=Internal");

@@ -4,30 +4,24 @@
 #include "support/TemporaryFolder.h"
 #include "vynaudiofilterhost/inventory/BannedPluginManager.h"
 #include "vynaudiofilterhost/inventory/PluginModuleInfoManager.h"
-#include "vyncore/filesupport/File.h"
 
 #include <cstdlib>
-#include <string>
-#include <vector>
 
 namespace vyntest {
 
-using Locators = std::vector<vynaudiofilterhost::PluginLocator>;
+using Locators = std::vector<PluginLocator>;
 
 /// The tests' own technologies, beside those of the library.
-constexpr auto kFirst = static_cast<vynaudiofilterhost::TechnologyType>(-5);
-constexpr auto kSecond = static_cast<vynaudiofilterhost::TechnologyType>(50);
+constexpr auto kFirst = static_cast<TechnologyType>(-5);
+constexpr auto kSecond = static_cast<TechnologyType>(50);
 
-inline vynaudiofilterhost::PluginLocator At(vyncore::UString const& path,
-                                            vynaudiofilterhost::TechnologyType technology = kFirst) {
+inline PluginLocator At(UString const& path, TechnologyType technology = kFirst) {
     return {technology, path};
 }
 
-inline boost::intrusive_ptr<vynaudiofilterhost::PluginModuleInfo>
-MakeInfo(vynaudiofilterhost::PluginLocator const& locator, vyncore::UString const& name = u"Name",
-         bool enabled = true) {
-    return new vynaudiofilterhost::PluginModuleInfo(locator, name, u"Vendor", 7, locator.GetTechnologyType(), enabled,
-                                                    false);
+inline boost::intrusive_ptr<PluginModuleInfo> MakeInfo(PluginLocator const& locator, UString const& name = u"Name",
+                                                       bool enabled = true) {
+    return new PluginModuleInfo(locator, name, u"Vendor", 7, locator.GetTechnologyType(), enabled, false);
 }
 
 /// A test on an inventory that knows no module, with two technologies that have no folders: the first finds what is in
@@ -36,12 +30,12 @@ class InventoryTest : public CatalogueTest {
 protected:
     InventoryTest() {
         setenv("VST3_PATH", "", 1); // the library's own technology finds nothing on this machine
-        inventory.AddPluginTechnology(new vynaudiofilterhost::PluginTechnology(
+        inventory.AddPluginTechnology(new PluginTechnology(
             kFirst, [](auto const&) { return NotBanned(disk); }, {}, {}, {}, false));
-        inventory.AddPluginTechnology(new vynaudiofilterhost::PluginTechnology(
+        inventory.AddPluginTechnology(new PluginTechnology(
             kSecond, [](auto const& place) { return Locators{At(place.FullPath() + u"/m.so", kSecond)}; }, {},
-            [] { return std::vector<vyncore::UString>{u"/default"}; },
-            [](vyncore::UString const& path) { return path == u"/plain" ? u"" : u"shown " + path; }, true));
+            [] { return std::vector<UString>{u"/default"}; },
+            [](UString const& path) { return path == u"/plain" ? u"" : u"shown " + path; }, true));
         Empty();
         connection = inventory.GetPluginInfosChangedSignal().connect([this] { ++changes; });
     }
@@ -52,14 +46,14 @@ protected:
         return locators;
     }
 
-    static std::vector<vyncore::UString> NamesInOrder() {
-        std::vector<vyncore::UString> names;
+    static std::vector<UString> NamesInOrder() {
+        std::vector<UString> names;
         for (auto info = inventory.PluginInfoBegin(); info != inventory.PluginInfoEnd(); ++info)
             names.push_back((*info)->GetName());
         return names;
     }
 
-    static std::vector<vyncore::UString> Folders() {
+    static std::vector<UString> Folders() {
         auto const technology = inventory.GetPluginTechnology(kSecond);
         return {technology->DirectoryBegin(), technology->DirectoryEnd()};
     }
@@ -67,12 +61,10 @@ protected:
     /// How often the signal was fired since the last call.
     int TakeChanges() { return std::exchange(changes, 0); }
 
-    vyncore::filesupport::File FileNamed(std::string_view name) const {
-        return vyncore::filesupport::File(folder.Path16(name));
-    }
+    File FileNamed(std::string_view name) const { return File(folder.Path16(name)); }
 
-    static inline auto& inventory = vynaudiofilterhost::PluginModuleInfoManager::GetInstance();
-    static inline auto& bans = vynaudiofilterhost::BannedPluginManager::GetInstance();
+    static inline auto& inventory = PluginModuleInfoManager::GetInstance();
+    static inline auto& bans = BannedPluginManager::GetInstance();
     static inline Locators disk;
     TemporaryFolder const folder;
 

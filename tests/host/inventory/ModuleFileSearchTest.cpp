@@ -1,18 +1,15 @@
 #include "vynaudiofilterhost/inventory/ModuleFileSearch.h"
+
+#include "host/HostTest.h"
 #include "os/BundleFolder.h"
 #include "support/TemporaryFolder.h"
 #include "vyncore/strings/StringUtils.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <filesystem>
 
 namespace {
 
-using namespace vynaudiofilterhost;
-using testing::ElementsAre;
-using vyncore::UString;
+using namespace vyntest;
 
 /// The folder "root" is searched; what is found is told from there.
 class ModuleFileSearchTest : public testing::Test {
@@ -32,7 +29,7 @@ protected:
         return found;
     }
 
-    vyntest::TemporaryFolder const mFolder;
+    TemporaryFolder const mFolder;
     std::string const mMachine = "Contents/" + vyncore::string::UTF16to8(os::GetBundleFolderName()) + "/";
 };
 

@@ -1,43 +1,34 @@
 #include "vynaudiofilterhost/inventory/PluginLocator.h"
 
-#include <gtest/gtest.h>
+#include "host/HostTest.h"
 
-namespace vynaudiofilterhost {
 namespace {
 
-PluginLocator FromText(vyncore::UString const& text) {
-    PluginLocator locator(kTechnologyVST, u"/left/over.so");
-    locator.FromString(text);
-    return locator;
-}
+using namespace vyntest;
 
-TEST(PluginLocatorTest, TextFormReadsBackExactly) {
-    struct {
-        PluginLocator locator;
-        char16_t const* text;
-    } const cases[] = {
-        {PluginLocator(), u"0:"},
-        {PluginLocator(kTechnologyVST3, u"C:\\Plugins\\a.vst3"), u"3:C:\\Plugins\\a.vst3"},
-        {PluginLocator(kTechnologyVST, u":/odd name.so "), u"2::/odd name.so "},
-        {PluginLocator(static_cast<TechnologyType>(2147483647), u"/a"), u"2147483647:/a"},
-    };
-    for (auto const& [locator, text] : cases) {
-        EXPECT_EQ(locator.ToString(), text);
-        auto const back = FromText(text);
-        EXPECT_EQ(back.GetTechnologyType(), locator.GetTechnologyType());
-        EXPECT_EQ(back.GetPath(), locator.GetPath());
-    }
-}
-
-TEST(PluginLocatorTest, TextsThatCannotBeParsedGiveNoTechnology) {
+TEST(PluginLocatorTest, TextFormReadsBackExactlyAndWhatCannotBeParsedGivesNoTechnology) {
     struct {
         char16_t const* text;
+        int technology;
         char16_t const* path;
-    } const cases[] = {{u"", u""}, {u"3", u""}, {u"x:abc", u"abc"}, {u":abc", u"abc"}, {u"99999999999:abc", u"abc"}};
-    for (auto const& [text, path] : cases) {
-        auto const locator = FromText(text);
-        EXPECT_EQ(locator.GetTechnologyType(), kTechnologyNone);
+        bool canonical = false;
+    } const cases[] = {
+        {u"0:", kTechnologyNone, u"", true},
+        {u"3:C:\\Plugins\\a.vst3", kTechnologyVST3, u"C:\\Plugins\\a.vst3", true},
+        {u"2::/odd name.so ", kTechnologyVST, u":/odd name.so ", true},
+        {u"2147483647:/a", 2147483647, u"/a", true},
+        {u"", kTechnologyNone, u""},
+        {u"3", kTechnologyNone, u""},
+        {u"x:abc", kTechnologyNone, u"abc"},
+        {u":abc", kTechnologyNone, u"abc"},
+        {u"99999999999:abc", kTechnologyNone, u"abc"},
+    };
+    for (auto const& [text, technology, path, canonical] : cases) {
+        PluginLocator locator(kTechnologyVST, u"/left/over.so");
+        locator.FromString(text);
+        EXPECT_EQ(locator.GetTechnologyType(), technology);
         EXPECT_EQ(locator.GetPath(), path);
+        EXPECT_EQ(locator.ToString() == text, canonical);
     }
 }
 
@@ -55,4 +46,3 @@ TEST(PluginLocatorTest, ComparesTechnologyBeforeFile) {
 }
 
 } // namespace
-} // namespace vynaudiofilterhost

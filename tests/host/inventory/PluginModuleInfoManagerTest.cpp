@@ -1,17 +1,12 @@
 #include "host/inventory/InventoryFixture.h"
 
-#include <gmock/gmock.h>
-
 #include <algorithm>
 #include <map>
 #include <random>
 
 namespace {
 
-using namespace vynaudiofilterhost;
 using namespace vyntest;
-using testing::ElementsAre;
-using vyncore::UString;
 
 /// The modules of an inventory without any index.
 struct PlainInventory {

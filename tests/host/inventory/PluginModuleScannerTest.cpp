@@ -1,18 +1,15 @@
 #include "vynaudiofilterhost/inventory/PluginModuleScanner.h"
+
+#include "host/HostTest.h"
 #include "vynaudiofilterhost/inventory/PluginModuleInfoManager.h"
 #include "vynaudiofilterhost/inventory/ScanProgress.h"
 #include "vyncore/strings/StringUtils.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <stdexcept>
 
 namespace {
 
-using namespace vynaudiofilterhost;
-using testing::ElementsAre;
-using vyncore::UString;
+using namespace vyntest;
 
 constexpr TechnologyType kFirst{70}, kSecond{71}, kMakesNoContext{72};
 

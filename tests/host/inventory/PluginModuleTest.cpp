@@ -1,15 +1,14 @@
 #include "vynaudiofilterhost/inventory/PluginModule.h"
 
-#include "vynaudiofilterhost/AudioFilter.h"
+#include "host/HostTest.h"
 #include "vynaudiofilterhost/inventory/PluginModuleInfo.h"
 #include "vyncore/debug/Trace.h"
 #include "vyncore/strings/StringUtils.h"
 #include "vyncore/utility/ModuleFunctions.h"
 
-#include <gtest/gtest.h>
-
-namespace vynaudiofilterhost {
 namespace {
+
+using namespace vyntest;
 
 class BareModule : public PluginModule {
 public:
@@ -25,24 +24,17 @@ public:
 };
 
 TEST(PluginModuleTest, UnloadFreesTheCodeAndTheModuleLoadsAgain) {
-    BareModule module(VYN_COUNTING_MODULE, true);
-    ASSERT_TRUE(module.Load());
-    EXPECT_EQ(module.CountCall(), 1);
-    auto* const handle = module.GetOSModule();
-    EXPECT_TRUE(module.Load());
-    EXPECT_EQ(module.GetOSModule(), handle);
-
-    module.Unload();
-    EXPECT_EQ(module.GetOSModule(), nullptr);
-    ASSERT_TRUE(module.Load());
-    EXPECT_EQ(module.CountCall(), 1) << "the second Load took a reference that nobody gives back";
-}
-
-TEST(PluginModuleTest, TheEndOfTheObjectFreesTheCode) {
     for (int round = 0; round < 2; ++round) {
         BareModule module(VYN_COUNTING_MODULE, true);
         ASSERT_TRUE(module.Load());
-        EXPECT_EQ(module.CountCall(), 1);
+        EXPECT_EQ(module.CountCall(), 1) << "the end of the object frees the code, too";
+        auto* const handle = module.GetOSModule();
+        EXPECT_TRUE(module.Load());
+        EXPECT_EQ(module.GetOSModule(), handle);
+        module.Unload();
+        EXPECT_EQ(module.GetOSModule(), nullptr);
+        ASSERT_TRUE(module.Load());
+        EXPECT_EQ(module.CountCall(), 1) << "the second Load took a reference that nobody gives back";
     }
 }
 
@@ -91,12 +83,4 @@ TEST(PluginModuleTest, AModuleWhoseStartUpCodeThrowsNeverLoads) {
     EXPECT_TRUE(PluginModule::IsSystemLoaderBlocked());
 }
 
-TEST(PluginModuleTest, LocaleIsAmericanEnglishUntilSet) {
-    EXPECT_STREQ(PluginModule::GetLocaleIdentifier(), "en_US");
-    PluginModule::SetLocaleIdentifier(u"nb_NO");
-    EXPECT_STREQ(PluginModule::GetLocaleIdentifier(), "nb_NO");
-    PluginModule::SetLocaleIdentifier(u"en_US");
-}
-
 } // namespace
-} // namespace vynaudiofilterhost

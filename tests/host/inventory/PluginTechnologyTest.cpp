@@ -1,12 +1,10 @@
 #include "vynaudiofilterhost/inventory/PluginTechnology.h"
 
-#include <gmock/gmock.h>
+#include "host/HostTest.h"
 
-namespace vynaudiofilterhost {
 namespace {
 
-using testing::ElementsAre;
-using vyncore::UString;
+using namespace vyntest;
 using vyncore::filesupport::Dir;
 using Folders = PluginTechnology::Directories;
 
@@ -105,4 +103,3 @@ TEST_F(PluginTechnologyTest, ModulesAreCollectedInEachFolderOrWhereTheFormatLook
 }
 
 } // namespace
-} // namespace vynaudiofilterhost

@@ -1,4 +1,6 @@
 #include "vynaudiofilterhost/inventory/PrivatePluginConfig.h"
+
+#include "host/HostTest.h"
 #include "os/BundleFolder.h"
 #include "support/FixtureModule.h"
 #include "support/ScopedVariable.h"
@@ -9,18 +11,12 @@
 #include "vyncore/console/CommandRegistry.h"
 #include "vyncore/strings/StringUtils.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <iterator>
 
 namespace {
 
-using namespace vynaudiofilterhost;
-using testing::ElementsAre;
-using testing::HasSubstr;
+using namespace vyntest;
 using testing::Not;
-using vyncore::UString;
 
 PluginLocator const kOfTheUser(kTechnologyVST3, u"/user/own.vst3");
 
@@ -64,8 +60,8 @@ protected:
     }
 
     static inline auto& inventory = PluginModuleInfoManager::GetInstance();
-    vyntest::TemporaryFolder const mFolder;
-    vyntest::ScopedVariable const mPreferences;
+    TemporaryFolder const mFolder;
+    ScopedVariable const mPreferences;
     UString const mResult = mFolder.Path16("result.xml");
     UString const mOwn = mFolder.Path16("R&D");
     UString const mTwo = u"/Two.vst3/Contents/" + os::GetBundleFolderName() + u"/Two.so";

@@ -11,9 +11,7 @@
 
 namespace {
 
-using namespace vynaudiofilterhost;
 using namespace vyntest;
-using vyncore::filesupport::File;
 
 enum class Death { kKilled, kDone, kUntraceable };
 

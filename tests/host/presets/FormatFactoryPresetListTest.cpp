@@ -1,16 +1,11 @@
 #include "vynaudiofilterhost/presets/FormatFactoryPresetList.h"
+
+#include "host/HostTest.h"
 #include "vyncore/debug/Trace.h"
-#include "vyncore/proplist/PropList.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
 
 namespace {
 
-using namespace vynaudiofilterhost;
-using vyncore::proplist::PropList;
+using namespace vyntest;
 
 TEST(FormatFactoryPresetListTest, TheFirstParameterPresetShapesTheTable) {
     std::vector<std::string> texts;

@@ -1,16 +1,13 @@
 #include "vynaudiofilterhost/presets/PresetData.h"
-#include "vyncore/proplist/PropList.h"
 
-#include <gtest/gtest.h>
+#include "host/HostTest.h"
 
 #include <functional>
 #include <limits>
 
 namespace {
 
-using namespace vynaudiofilterhost;
-using vyncore::UString;
-using vyncore::proplist::PropList;
+using namespace vyntest;
 using Change = std::function<void(PresetData&)>;
 
 constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();

@@ -12,7 +12,7 @@ namespace {
 using os::FileLock;
 using vyntest::TemporaryFolder;
 
-TEST(FileLockTest, OneAtATimeAndTheOtherIsToldWho) {
+TEST(FileLockTest, OneAtATimeAndTheOtherIsToldWhoAndAFileThatCanNotBeIsAnError) {
     TemporaryFolder const folder;
     {
         FileLock const first(folder.Path16("lock"));
@@ -23,10 +23,6 @@ TEST(FileLockTest, OneAtATimeAndTheOtherIsToldWho) {
         EXPECT_TRUE(FileLock(folder.Path16("another")).IsHeld());
     }
     EXPECT_TRUE(FileLock(folder.Path16("lock")).IsHeld());
-}
-
-TEST(FileLockTest, AFileThatCanNotBeIsAnError) {
-    TemporaryFolder const folder;
     EXPECT_THROW(FileLock(folder.Path16("no folder/lock")), std::runtime_error);
     EXPECT_THROW(FileLock(folder.Path16()), std::runtime_error);
 }

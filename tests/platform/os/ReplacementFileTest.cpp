@@ -4,24 +4,14 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
 #include <stdexcept>
 #include <vector>
 
 namespace {
 
 namespace fs = std::filesystem;
+using vyntest::ReadText;
 using vyntest::TemporaryFolder;
-
-std::string ReadBytes(fs::path const& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
-std::ptrdiff_t CountFiles(TemporaryFolder const& folder) {
-    return std::distance(fs::directory_iterator(folder.Path()), {});
-}
 
 TEST(ReplacementFileTest, TargetChangesWholeOrNotAtAll) {
     TemporaryFolder const folder;
@@ -30,12 +20,12 @@ TEST(ReplacementFileTest, TargetChangesWholeOrNotAtAll) {
     fs::permissions(target, fs::perms::owner_read | fs::perms::owner_write);
     folder.AddLink("link", "target");
     { os::ReplacementFile const dropped(target); }
-    EXPECT_EQ(ReadBytes(target), "old");
+    EXPECT_EQ(ReadText(target), "old");
     os::ReplacementFile(folder.Path() / "link").Commit();
-    EXPECT_EQ(ReadBytes(target), "");
+    EXPECT_EQ(ReadText(target), "");
     EXPECT_TRUE(fs::is_symlink(folder.Path() / "link"));
     EXPECT_EQ(fs::status(target).permissions(), fs::perms::owner_read | fs::perms::owner_write);
-    EXPECT_EQ(CountFiles(folder), 2);
+    EXPECT_EQ(folder.CountFiles(), 2);
 }
 
 TEST(ReplacementFileTest, LinksThatLeadToNothingYetAreFollowed) {
@@ -63,12 +53,12 @@ TEST(ReplacementFileTest, SeveralForOneTargetKeepApartAndEachNameIsToldBeforeIts
         EXPECT_TRUE(first.Write("fir") && first.Write("st"));
         std::ofstream(fs::path(second.GetTemporaryPath())) << "second";
         second.Commit();
-        EXPECT_EQ(ReadBytes(folder.Path() / "target"), "second");
+        EXPECT_EQ(ReadText(folder.Path() / "target"), "second");
         first.Commit();
     }
     EXPECT_EQ(told.size(), 2u);
-    EXPECT_EQ(ReadBytes(folder.Path() / "target"), "first");
-    EXPECT_EQ(CountFiles(folder), 1);
+    EXPECT_EQ(ReadText(folder.Path() / "target"), "first");
+    EXPECT_EQ(folder.CountFiles(), 1);
 }
 
 TEST(ReplacementFileTest, WhatCanNotBeAFileIsRefused) {
@@ -80,7 +70,7 @@ TEST(ReplacementFileTest, WhatCanNotBeAFileIsRefused) {
          {folder.Path16(), folder.Path16("missing/f"), folder.Path16("f") + u'/', folder.Path16("f") + u'\0' + u"g",
           std::u16string(), folder.Path16("loop"), folder.Path16("homeless")})
         EXPECT_THROW(os::ReplacementFile file(path), std::runtime_error);
-    EXPECT_EQ(CountFiles(folder), 3);
+    EXPECT_EQ(folder.CountFiles(), 3);
 }
 
 } // namespace

@@ -60,7 +60,12 @@ TEST_F(CommandRegistryTest, ArgumentsAreSplitAtCommasAndKeepTheirBlanks) {
     }
 }
 
-TEST_F(CommandRegistryTest, ANameIsTakenUntilItIsUnregistered) {
+TEST_F(CommandRegistryTest, ANameIsTakenUntilItIsUnregisteredAndNothingIsRegisteredWithoutACommand) {
+    auto const makeNone = [](std::string const&, std::string const&) { return std::unique_ptr<Command>(); };
+    EXPECT_FALSE(mRegistry.RegisterCommand("test.None", "", makeNone));
+    EXPECT_FALSE(mRegistry.RegisterCommand("test.None", "", nullptr));
+    EXPECT_FALSE(mRegistry.RegisterCommand("", "", MakeEcho));
+    EXPECT_EQ(mRegistry.GetNames(), std::vector<std::string>{"test.Echo"});
     EXPECT_FALSE(mRegistry.RegisterCommand("test.Echo", "another", MakeEcho));
     EXPECT_EQ(mRegistry.GetHelp("test.Echo"), "test.Echo - says it again");
     std::unique_ptr<Command> const command = mRegistry.UnregisterCommand("test.Echo");
@@ -69,14 +74,6 @@ TEST_F(CommandRegistryTest, ANameIsTakenUntilItIsUnregistered) {
     EXPECT_EQ(mRegistry.UnregisterCommand("test.Echo"), nullptr);
     EXPECT_EQ(mRegistry.GetNames(), std::vector<std::string>{});
     EXPECT_TRUE(mRegistry.RegisterCommand("test.Echo", "another", MakeEcho));
-}
-
-TEST_F(CommandRegistryTest, NothingIsRegisteredWithoutACommand) {
-    auto const makeNone = [](std::string const&, std::string const&) { return std::unique_ptr<Command>(); };
-    EXPECT_FALSE(mRegistry.RegisterCommand("test.None", "", makeNone));
-    EXPECT_FALSE(mRegistry.RegisterCommand("test.None", "", nullptr));
-    EXPECT_FALSE(mRegistry.RegisterCommand("", "", MakeEcho));
-    EXPECT_EQ(mRegistry.GetNames(), std::vector<std::string>{"test.Echo"});
 }
 
 } // namespace

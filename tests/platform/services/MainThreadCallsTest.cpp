@@ -1,4 +1,5 @@
 #include "vyncore/threads/MainThreadCalls.h"
+#include "support/CallLoop.h"
 #include "vyncore/utility/HighPrecisionTime.h"
 
 #include <algorithm>
@@ -11,24 +12,18 @@
 #include <thread>
 #include <vector>
 
-#include <poll.h>
-
 namespace {
 
 using namespace vyncore::threads;
 using vyncore::utility::HighPrecisionTime;
+using vyntest::IsCallQueueReady;
 
 constexpr int kLongEnough = 10'000;
-
-bool DescriptorIsReadable(int milliseconds) {
-    pollfd descriptor{static_cast<int>(GetCallQueueDescriptor()), POLLIN, 0};
-    return poll(&descriptor, 1, milliseconds) == 1 && (descriptor.revents & POLLIN) != 0;
-}
 
 /// Goes round the loop of an application until no call is left; false when a call was never announced.
 bool RunEverything() {
     while (NextDueNanos()) {
-        if (!DescriptorIsReadable(kLongEnough))
+        if (!IsCallQueueReady(kLongEnough))
             return false;
         RunDueCalls();
     }
@@ -53,7 +48,7 @@ TEST(MainThreadCallsTest, CallsRunByDueTimeAndThenInTheOrderOfFiling) {
 }
 
 TEST(MainThreadCallsTest, ADescriptorIsReadableFromTheDueTimeUntilTheCallHasRun) {
-    EXPECT_FALSE(DescriptorIsReadable(0));
+    EXPECT_FALSE(IsCallQueueReady(0));
     EXPECT_FALSE(NextDueNanos().has_value());
     std::string ran;
     std::uint64_t const filed = HighPrecisionTime::GetCurrentTimeStamp();
@@ -63,13 +58,13 @@ TEST(MainThreadCallsTest, ADescriptorIsReadableFromTheDueTimeUntilTheCallHasRun)
 
     // An earlier one wakes the loop first; once it has run, the alarm stands on the later one again.
     AsyncCallFromMainThread(Append(ran, 'a'), 0);
-    EXPECT_TRUE(DescriptorIsReadable(kLongEnough));
+    EXPECT_TRUE(IsCallQueueReady(kLongEnough));
     EXPECT_EQ(RunDueCalls(), 1);
-    EXPECT_TRUE(DescriptorIsReadable(kLongEnough));
+    EXPECT_TRUE(IsCallQueueReady(kLongEnough));
     EXPECT_GE(HighPrecisionTime::GetCurrentTimeStamp(), due);
-    EXPECT_TRUE(DescriptorIsReadable(0));
+    EXPECT_TRUE(IsCallQueueReady(0));
     EXPECT_EQ(RunDueCalls(), 1);
-    EXPECT_FALSE(DescriptorIsReadable(0));
+    EXPECT_FALSE(IsCallQueueReady(0));
     EXPECT_EQ(ran, "ab");
 }
 
@@ -81,7 +76,7 @@ TEST(MainThreadCallsTest, WhatARunningCallFilesWaitsForTheNextRun) {
     };
     AsyncCallFromMainThread(again, 0);
     for (int const expected : {1, 2, 3}) {
-        EXPECT_TRUE(DescriptorIsReadable(kLongEnough));
+        EXPECT_TRUE(IsCallQueueReady(kLongEnough));
         EXPECT_EQ(RunDueCalls(), 1);
         EXPECT_EQ(ran, expected);
     }
@@ -95,7 +90,7 @@ TEST(MainThreadCallsTest, AnExceptionReachesTheCallerAndLeavesTheOthersDue) {
     AsyncCallFromMainThread(Append(ran, 'b'), 0);
     EXPECT_THROW(RunDueCalls(), std::runtime_error);
     EXPECT_EQ(ran, "a");
-    EXPECT_TRUE(DescriptorIsReadable(kLongEnough));
+    EXPECT_TRUE(IsCallQueueReady(kLongEnough));
     EXPECT_EQ(RunDueCalls(), 1);
     EXPECT_EQ(ran, "ab");
 }
@@ -141,7 +136,7 @@ TEST(MainThreadCallsTest, SeveralThreadsFileWhileOneRuns) {
             }
         });
     }
-    while (total < kThreads * kCalls && DescriptorIsReadable(kLongEnough))
+    while (total < kThreads * kCalls && IsCallQueueReady(kLongEnough))
         RunDueCalls();
     for (std::thread& thread : threads)
         thread.join();

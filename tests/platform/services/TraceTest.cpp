@@ -44,7 +44,7 @@ TEST_F(TraceTest, ATagHasItsOwnLevelOrTheGeneralOne) {
                                                 "6 Scanner: progress", "0 : ", "0 debug: asked for"}));
 }
 
-TEST_F(TraceTest, APointFollowsTheFilter) {
+TEST_F(TraceTest, APointFollowsTheFilterAndCostsTheProcessThreadNothingWhenItIsOff) {
     TracePoint point(6, "Scanner");
     DebugTrace(point, []() -> char const* { throw std::logic_error("text made for a point that is off"); });
     SetTraceTagLevel("Scanner", 6);
@@ -52,12 +52,6 @@ TEST_F(TraceTest, APointFollowsTheFilter) {
     DebugTrace(point, [] { return u"progress"; });
     EXPECT_EQ(mLines, std::vector<std::string>{"6 Scanner: progress"});
     SetTraceTagLevel("Scanner", 5);
-    EXPECT_FALSE(point.Enabled());
-}
-
-TEST_F(TraceTest, WhatIsOffCostsTheProcessThreadNothing) {
-    TracePoint point(6, "Scanner");
-    SetTraceLevel(1);
     vyntest::NoAllocationScope const scope;
     EXPECT_FALSE(point.Enabled());
     EXPECT_FALSE(point.Enabled());

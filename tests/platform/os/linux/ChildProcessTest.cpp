@@ -8,8 +8,6 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
-#include <fstream>
-#include <iterator>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -49,8 +47,7 @@ std::string ReadLine(ChildProcess& child, Stream stream = Stream::kOutput) {
 
 // What has ended and was not collected yet runs no more.
 bool IsRunning(pid_t process) {
-    std::ifstream file("/proc/" + std::to_string(process) + "/stat");
-    std::string const text{std::istreambuf_iterator<char>(file), {}};
+    std::string const text = vyntest::ReadText("/proc/" + std::to_string(process) + "/stat");
     std::size_t const name = text.rfind(") ");
     return name != std::string::npos && text[name + 2] != 'Z';
 }
@@ -93,19 +90,17 @@ TEST(ChildProcessTest, EndsAreToldInWords) {
     EXPECT_NE(ReadLine(none, Stream::kErrors).find("No such file"), std::string::npos);
 }
 
-TEST(ChildProcessTest, WhoHoldsThePipesIsEndedWithTheChild) {
+TEST(ChildProcessTest, WhomTheChildStartedEndsWithItHoweverItEnds) {
     // The second process keeps all streams open, and the first is through at once.
     ChildProcess child = MakeShell("sleep 1000 & echo $!");
     pid_t const left = std::stoi(ReadLine(child));
     EXPECT_TRUE(WaitForEnd(child).IsClean());
     EXPECT_TRUE(GoesAway(left));
-}
 
-TEST(ChildProcessTest, KillingSparesNobodyThatTheChildStarted) {
-    ChildProcess child = MakeShell("trap '' TERM INT HUP; sleep 1000 & echo $!; wait");
-    pid_t const started = std::stoi(ReadLine(child));
-    child.Kill();
-    EXPECT_EQ(WaitForEnd(child).number, SIGKILL);
+    ChildProcess killed = MakeShell("trap '' TERM INT HUP; sleep 1000 & echo $!; wait");
+    pid_t const started = std::stoi(ReadLine(killed));
+    killed.Kill();
+    EXPECT_EQ(WaitForEnd(killed).number, SIGKILL);
     EXPECT_TRUE(GoesAway(started));
 }
 
@@ -144,7 +139,7 @@ TEST(ChildProcessTest, ItsSignalsAreAsTheyWereAtTheStartOfAProgram) {
     std::signal(SIGPIPE, former);
 }
 
-TEST(InterruptDescriptorTest, AWishToEndIsSomethingToWaitFor) {
+TEST(InterruptDescriptorTest, AWishToEndIsSomethingToWaitForAndWhatIsIgnoredStaysSo) {
     for (int const number : {SIGINT, SIGTERM, SIGHUP}) {
         os::InterruptDescriptor const interrupt;
         EXPECT_FALSE(interrupt.WasInterrupted());
@@ -152,9 +147,6 @@ TEST(InterruptDescriptorTest, AWishToEndIsSomethingToWaitFor) {
         WaitFor(interrupt.Handle());
         EXPECT_TRUE(interrupt.WasInterrupted()) << number;
     }
-}
-
-TEST(InterruptDescriptorTest, WhatIsIgnoredStaysSo) {
     auto const former = std::signal(SIGHUP, SIG_IGN);
     os::InterruptDescriptor const interrupt;
     std::raise(SIGHUP);

@@ -3,7 +3,6 @@
 #include "vyncore/strings/StringUtils.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <filesystem>
 

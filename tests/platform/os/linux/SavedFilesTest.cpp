@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
-#include <iterator>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -31,10 +30,6 @@ bool Loads(std::u16string const& path, PropList const& expected) {
     return LoadPropList(path, list, false) && list == expected;
 }
 
-std::ptrdiff_t CountFiles(fs::path const& folder) {
-    return std::distance(fs::directory_iterator(folder), {});
-}
-
 TEST(SavedFilesTest, FoldersWhoseNamesAreNoUnicodeAreReachedByALink) {
     TemporaryFolder const folder;
     fs::path const latin = folder.Path() / "caf\xE9";
@@ -45,7 +40,7 @@ TEST(SavedFilesTest, FoldersWhoseNamesAreNoUnicodeAreReachedByALink) {
     EXPECT_GT(fs::file_size(latin / "f"), 0u);
     EXPECT_TRUE(Loads(folder.Path16("link/f"), list));
     EXPECT_EQ(SafeSave(File(folder.Path16("link/f"))).GetTempFile().FullPath(), u"");
-    EXPECT_EQ(CountFiles(folder.Path()), 2);
+    EXPECT_EQ(folder.CountFiles(), 2);
 }
 
 TEST(SavedFilesTest, WhereNoMoreCanBeWrittenTheOldFileStays) {
@@ -62,7 +57,7 @@ TEST(SavedFilesTest, WhereNoMoreCanBeWrittenTheOldFileStays) {
     std::signal(SIGXFSZ, formerHandler);
     EXPECT_FALSE(saved);
     EXPECT_TRUE(Loads(folder.Path16("f"), old));
-    EXPECT_EQ(CountFiles(folder.Path()), 1);
+    EXPECT_EQ(folder.CountFiles(), 1);
 }
 
 // The number of a process comes again, in containers at once.
@@ -71,7 +66,7 @@ TEST(SavedFilesTest, WhatEndedProcessesLeftIsNotInTheWay) {
     for (int i = 0; i < 200; ++i)
         folder.AddFile(".vyn-" + std::to_string(getpid()) + "-" + std::to_string(i) + ".tmp");
     EXPECT_TRUE(SavePropList(File(folder.Path16("f")), MakeList("new")));
-    EXPECT_EQ(CountFiles(folder.Path()), 201);
+    EXPECT_EQ(folder.CountFiles(), 201);
 }
 
 TEST(SavedFilesTest, TheFormerOwnerAndRightsStay) {

@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <iterator>
 #include <stdexcept>
 
 namespace {
@@ -16,10 +15,6 @@ using vyncore::proplist::PropList;
 using namespace vyncore::proplist::utils;
 using vyntest::TemporaryFolder;
 
-std::ptrdiff_t CountFiles(TemporaryFolder const& folder) {
-    return std::distance(std::filesystem::directory_iterator(folder.Path()), {});
-}
-
 TEST(PropListFileTest, WhatIsSavedIsLoadedInPlaceOfAllOrOverWhatIsThere) {
     TemporaryFolder const folder;
     folder.AddFile("f", "old");
@@ -27,7 +22,7 @@ TEST(PropListFileTest, WhatIsSavedIsLoadedInPlaceOfAllOrOverWhatIsThere) {
     saved.SetValue("a", 1);
     saved.CreateList("sub").SetValue("b", 2);
     EXPECT_TRUE(SavePropList(File(folder.Path16("f")), saved));
-    EXPECT_EQ(CountFiles(folder), 1);
+    EXPECT_EQ(folder.CountFiles(), 1);
 
     PropList list;
     list.SetValue("a", 7);
@@ -60,7 +55,7 @@ TEST(PropListFileTest, WhatCanNotBeLoadedLeavesTheListAndWhatCanNotBeSavedTheFil
     for (int level = 0; level < 300; ++level)
         inner = &inner->CreateList("l");
     EXPECT_THROW(SavePropList(File(folder.Path16("bad")), list), std::length_error);
-    EXPECT_EQ(CountFiles(folder), 1);
+    EXPECT_EQ(folder.CountFiles(), 1);
 }
 
 TEST(PropListFileTest, LargeChunksAreSavedAndWhatCouldNotBeLoadedIsNot) {
@@ -73,7 +68,7 @@ TEST(PropListFileTest, LargeChunksAreSavedAndWhatCouldNotBeLoadedIsNot) {
     EXPECT_THROW(SavePropList(File(folder.Path16("f")), large), std::length_error);
     EXPECT_TRUE(LoadPropList(folder.Path16("f"), large, false));
     EXPECT_TRUE(large == list);
-    EXPECT_EQ(CountFiles(folder), 1);
+    EXPECT_EQ(folder.CountFiles(), 1);
 }
 
 } // namespace

@@ -77,23 +77,21 @@ TEST(PropListTextTest, EveryFloatReadsBackBitForBit) {
 
 TEST(PropListTextTest, EveryTextAndEveryKeyReadsBack) {
     PropList list;
-    UString const texts[] = {
-        u"",
-        u" ",
-        u"  ",
-        u"\n",
-        u"a\r\nb",
-        u" a ",
-        u"\\",
-        u"\\u0041",
-        u"]]>&amp;<!-- -->",
-        UString(1, u'\0'),
-        u"\xD834\xDD1E",
-        u"\xDD1E\xD834",
-        u"a\xD834",
-        u"\xFFFE\xFFFF\xFEFF\xFFFD",
-        u"\x7F\x85\x2028",
-    };
+    UString const texts[] = {u"",
+                             u" ",
+                             u"  ",
+                             u"\n",
+                             u"a\r\nb",
+                             u" a ",
+                             u"\\",
+                             u"\\u0041",
+                             u"]]>&amp;<!-- -->",
+                             UString(1, u'\0'),
+                             u"\xD834\xDD1E",
+                             u"\xDD1E\xD834",
+                             u"a\xD834",
+                             u"\xFFFE\xFFFF\xFEFF\xFFFD",
+                             u"\x7F\x85\x2028"};
     for (UString const& text : texts)
         list.SetValue(std::to_string(list.GetValues().size()), text);
     std::mt19937 random(2);
@@ -127,7 +125,7 @@ TEST(PropListTextTest, NestingIsBoundedReadAndWritten) {
     EXPECT_FALSE(ReadPropList(text + "</proplist>", list));
 }
 
-// Texts of what stands in <proplist version="1">, with what is understood; null where it is refused.
+// Texts of what stands in <proplist version="1">, with what is understood.
 TEST(PropListTextTest, WhatHandsWroteIsUnderstoodOrRefusedWhole) {
     struct {
         UTF8String content;
@@ -141,64 +139,46 @@ TEST(PropListTextTest, WhatHandsWroteIsUnderstoodOrRefusedWhole) {
         {"<text key='a' escaped='false'>\\</text>", "\\"},
         {"<text key='\\x61' key-escaped='true' escaped='true'>\\u0041</text>", "A"},
         {"<int key='i'> 7\n</int><text key='a'/>", ""},
-        {"<text key='a'>&foo;</text>", nullptr},
-        {"<text key='a'>a & b</text>", nullptr},
-        {"<text key='a'>&#0;</text>", nullptr},
-        {"<text key='a'>&#xD800;</text>", nullptr},
-        {"<text key='a'>&#x110000;</text>", nullptr},
-        {"<text key='a'>\xFF</text>", nullptr},
-        {"<text key='a'>\x01</text>", nullptr},
-        {"<text key='a'>\xEF\xBF\xBF</text>", nullptr},
-        {"<text key='\xEF\xBF\xBE'>a</text>", nullptr},
-        {"<text key='a' escaped='true'>\\x41</text>", nullptr},
-        {"<text key='a' escaped='true'>\\u12</text>", nullptr},
-        {"<text key='a' escaped='maybe'>a</text>", nullptr},
-        {"<text key='a' key='b'>a</text>", nullptr},
-        {"<text key='a' other='b'>a</text>", nullptr},
-        {"<text>a</text>", nullptr},
-        {"<text key='a'>a<b/></text>", nullptr},
-        {"<text key='a'/><int key='a'>1</int>", nullptr},
-        {"<text key='a'/><list key='b'/><list key='b'/>", nullptr},
-        {"<text key='a'/><other key='b'/>", nullptr},
-        {"<text key='a'/>rubbish", nullptr},
-        {"<text key='a'/></list>", nullptr},
+    };
+    auto const read = [](UTF8String const& content, PropList& list) {
+        return ReadPropList("<proplist version='1'>" + content + "</proplist>", list);
     };
     for (auto const& [content, text] : cases) {
         PropList list;
-        EXPECT_EQ(ReadPropList("<proplist version='1'>" + content + "</proplist>", list), text != nullptr) << content;
-        UTF8String value = "missing";
-        list.GetValue("a", value);
-        EXPECT_EQ(value, text ? text : "missing") << content;
+        UTF8String value;
+        EXPECT_TRUE(read(content, list) && list.GetValue("a", value)) << content;
+        EXPECT_EQ(value, text) << content;
+    }
+    std::vector<UTF8String> refused{"<text key='\xEF\xBF\xBE'>a</text>", "<text>a</text>"};
+    for (char const* const text :
+         {"&foo;", "a & b", "&#0;", "&#xD800;", "&#x110000;", "\xFF", "\x01", "\xEF\xBF\xBF", "a<b/>"})
+        refused.push_back(UTF8String("<text key='a'>") + text + "</text>");
+    for (char const* const rest :
+         {" escaped='true'>\\x41</text>", " escaped='true'>\\u12</text>", " escaped='maybe'>a</text>",
+          " key='b'>a</text>", " other='b'>a</text>", "/><int key='a'>1</int>", "/><list key='b'/><list key='b'/>",
+          "/><other key='b'/>", "/>rubbish", "/></list>"})
+        refused.push_back(UTF8String("<text key='a'") + rest);
+    for (UTF8String const& content : refused) {
+        PropList list;
+        EXPECT_FALSE(read(content, list)) << content;
+        EXPECT_TRUE(list.IsEmpty()) << content;
     }
 }
 
 TEST(PropListTextTest, NumbersOutOfRangeAndRubbishAreRefused) {
-    std::pair<char const*, char const*> const cases[] = {
-        {"int", "2147483648"},
-        {"int", ""},
-        {"int", "1x"},
-        {"int", "1 2"},
-        {"int", "+1"},
-        {"int", "1.0"},
-        {"unsigned", "-1"},
-        {"bool", "1"},
-        {"bool", "TRUE"},
-        {"float", "1e39"},
-        {"float", "infinity"},
-        {"float", "nan(1)"},
-        {"float", "0x1"},
-        {"float", "-nan"},
-        {"float", "1,5"},
-        {"float", "nan:1"},
-        {"float", "nan:7F800000"},
-        {"float", "--1"},
-        {"floats", "1 2 x"},
-        {"floats", "1,2"},
+    std::pair<char const*, std::vector<char const*>> const cases[] = {
+        {"int", {"2147483648", "", "1x", "1 2", "+1", "1.0"}},
+        {"unsigned", {"-1"}},
+        {"bool", {"1", "TRUE"}},
+        {"float", {"1e39", "infinity", "nan(1)", "0x1", "-nan", "1,5", "nan:1", "nan:7F800000", "--1"}},
+        {"floats", {"1 2 x", "1,2"}},
     };
-    for (auto const& [type, number] : cases) {
-        UTF8String const content = UTF8String(type) + " key='a'>" + number + "</" + type;
-        PropList list;
-        EXPECT_FALSE(ReadPropList("<proplist version='1'><" + content + "></proplist>", list)) << content;
+    for (auto const& [type, numbers] : cases) {
+        for (char const* const number : numbers) {
+            UTF8String const content = UTF8String(type) + " key='a'>" + number + "</" + type;
+            PropList list;
+            EXPECT_FALSE(ReadPropList("<proplist version='1'><" + content + "></proplist>", list)) << content;
+        }
     }
 }
 

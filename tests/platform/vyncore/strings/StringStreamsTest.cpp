@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <limits>
 #include <locale>
+#include <tuple>
 
 namespace {
 
@@ -46,12 +48,8 @@ TEST(StringStreamsTest, ReadsWordsAndNumbersInTurn) {
     UString word;
     double real = 0;
     std::uint64_t wide = 0;
-    stream >> technology >> word >> real >> wide;
-    EXPECT_TRUE(stream);
-    EXPECT_EQ(technology, -2);
-    EXPECT_EQ(word, u":name");
-    EXPECT_EQ(real, 15.0);
-    EXPECT_EQ(wide, std::numeric_limits<std::uint64_t>::max());
+    EXPECT_TRUE(stream >> technology >> word >> real >> wide);
+    EXPECT_EQ(std::tuple(technology, word, real, wide), std::tuple(-2, UString(u":name"), 15.0, ~std::uint64_t{0}));
     stream >> word;
     EXPECT_FALSE(stream);
     EXPECT_EQ(word, u"");
@@ -63,11 +61,7 @@ TEST(StringStreamsTest, AfterAFailureEveryReadGivesZero) {
     unsigned words[4] = {7, 7, 7, 7};
     stream >> words[0] >> words[1] >> words[2] >> words[3];
     EXPECT_FALSE(stream);
-    EXPECT_EQ(words[0], 0xEB0FED8Bu);
-    EXPECT_EQ(words[1], 0x1Fu);
-    EXPECT_EQ(words[2], 0u);
-    EXPECT_EQ(words[3], 0u);
-
+    EXPECT_EQ(std::to_array(words), (std::array{0xEB0FED8Bu, 0x1Fu, 0u, 0u}));
     for (UString const text : {u"inf", u"nan", u"1e999"}) {
         double value = 7;
         EXPECT_FALSE(iUTF16StringStream(text) >> value);

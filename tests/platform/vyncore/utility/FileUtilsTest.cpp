@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <iterator>
 
 namespace {
 
@@ -31,9 +30,7 @@ TEST(FileUtilsTest, WritingReplacesTheContent) {
     std::string const text = std::string("a\r\nb\n\0c", 7);
     EXPECT_TRUE(FileUtils::SimpleWriteStringToFile(folder.Path16("f"), "something longer"));
     EXPECT_TRUE(FileUtils::SimpleWriteStringToFile(folder.Path16("f"), text));
-    std::ifstream file(folder.Path() / "f", std::ios::binary);
-    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(file), {}), text);
-
+    EXPECT_EQ(vyntest::ReadText(folder.Path() / "f"), text);
     EXPECT_FALSE(FileUtils::SimpleWriteStringToFile(folder.Path16("missing/f"), text));
     EXPECT_FALSE(FileUtils::SimpleWriteStringToFile(folder.Path16(), text));
     EXPECT_FALSE(FileUtils::SimpleWriteStringToFile(folder.Path16("g") + u'\0' + u"h", text));
