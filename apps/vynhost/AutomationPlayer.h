@@ -42,7 +42,7 @@ private:
     };
     using Due = std::pair<std::int64_t, std::size_t>; ///< a sample and the lane that changes there
 
-    void Play(vynaudiofilterhost::AudioFilter& filter, std::size_t lane, std::int64_t position);
+    void Play(vynaudiofilterhost::AudioFilter& filter, std::size_t index, std::int64_t position);
     void Schedule(std::size_t lane, std::int64_t behind);
 
     std::vector<Lane> mLanes;

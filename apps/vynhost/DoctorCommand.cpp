@@ -140,7 +140,7 @@ std::string RunDoctor(DoctorRequest const& request) {
     }
     plan.Describe(report);
     report.seconds = std::chrono::duration<double>(Clock::now() - start).count();
-    std::string const text = request.json ? FormatJSON(report) : FormatTable(report);
+    std::string text = request.json ? FormatJSON(report) : FormatTable(report);
     if (!report.IsFine())
         throw FailedReport{text};
     return text;

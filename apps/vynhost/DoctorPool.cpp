@@ -21,9 +21,10 @@ constexpr int kMostFruitlessEnds = 3;
 
 } // namespace
 
-DoctorPool::DoctorPool(DoctorSettings settings, std::vector<DoctorTask> tasks, std::size_t jobs, Observer observer)
+DoctorPool::DoctorPool(DoctorSettings settings, std::vector<DoctorTask> const& tasks, std::size_t jobs,
+                       Observer observer)
     : mSettings(std::move(settings)), mJobs(std::max<std::size_t>(jobs, 1)), mObserver(std::move(observer)) {
-    for (DoctorTask& task : tasks)
+    for (DoctorTask const& task : tasks)
         mWaiting.push_back({.task = task, .row = {.path = task.path, .id = task.classID}});
 }
 

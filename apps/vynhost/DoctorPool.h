@@ -23,7 +23,7 @@ public:
 
     /// @param jobs  how many children there may be at a time, at least 1
     /// [main-thread]
-    DoctorPool(DoctorSettings settings, std::vector<DoctorTask> tasks, std::size_t jobs, Observer observer);
+    DoctorPool(DoctorSettings settings, std::vector<DoctorTask> const& tasks, std::size_t jobs, Observer observer);
     /// Ends the children.
     /// [main-thread]
     ~DoctorPool();

@@ -34,9 +34,10 @@ void Follow(Held& held, MidiMessage const& message) {
 }
 
 void Release(Held const& held, std::uint8_t channel, MidiSong& song) {
-    for (std::uint8_t key = 0; key < held.notes.size(); ++key)
+    for (unsigned key = 0; key < held.notes.size(); ++key)
         song.messages.insert(song.messages.end(), held.notes[key],
-                             {song.seconds, static_cast<std::uint8_t>(kNoteOff | channel), key, kUsualReleaseVelocity});
+                             {song.seconds, static_cast<std::uint8_t>(kNoteOff | channel),
+                              static_cast<std::uint8_t>(key), kUsualReleaseVelocity});
     for (std::uint8_t const pedal : kPedals) {
         if (held.controllers[pedal] >= kPedalDown)
             song.messages.push_back({song.seconds, static_cast<std::uint8_t>(kControlChange | channel), pedal, 0});
@@ -49,8 +50,8 @@ void ReleaseHeld(MidiSong& song) {
     std::array<Held, 16> channels;
     for (MidiMessage const& message : song.messages)
         Follow(channels[message.status & 0x0F], message);
-    for (std::uint8_t channel = 0; channel < channels.size(); ++channel)
-        Release(channels[channel], channel, song);
+    for (unsigned channel = 0; channel < channels.size(); ++channel)
+        Release(channels[channel], static_cast<std::uint8_t>(channel), song);
 }
 
 } // namespace vynhost

@@ -40,7 +40,7 @@ public:
     /// [main-thread]
     void Admit(std::vector<std::size_t> const& jobs) override;
     /// [main-thread]
-    void Settle(ScanOutcome const& outcome) override;
+    void Settle(ScanOutcome const& settled) override;
     /// Saves what has changed.
     /// [main-thread]
     std::optional<std::uint64_t> Rest() override;

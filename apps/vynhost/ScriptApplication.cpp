@@ -47,7 +47,7 @@ decltype(auto) Tell(Work const& work) {
 
 template <class Ask>
 decltype(auto) AskFilter(ScriptHost const& host, Ask const& ask) {
-    auto const filter = host.GetFilter();
+    auto const& filter = host.GetFilter();
     if (!filter)
         throw std::runtime_error("no plug-in is open");
     return CallPlugin(ExitStatus::kWorkFailed, {}, [&] { return ask(*filter); });

@@ -7,7 +7,7 @@
 namespace vynhost {
 
 void ScriptOutput::Print(std::string const& line) {
-    mBytes += line.size() + sizeof(line);
+    mBytes += line.size() + sizeof(std::string);
     bool const kept = mKeeps && mBytes <= kMostBytes;
     if (kept)
         mLines.push_back(line);

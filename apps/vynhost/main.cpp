@@ -65,8 +65,6 @@ std::string ParseOrPrint(CLI::App& app, int argc, char** argv) {
         app.parse(argc, argv);
     } catch (CLI::CallForHelp const&) {
         return app.help();
-    } catch (CLI::CallForAllHelp const&) {
-        return app.help("", CLI::AppFormatMode::All);
     } catch (CLI::CallForVersion const&) {
         return app.version() + "\n";
     } catch (CLI::ParseError const& error) {
@@ -95,7 +93,7 @@ std::string Run(std::span<char*> arguments) {
     PluginRequest asked;
     for (Query const& query : kQueries)
         DeclareQuery(app, query, asked);
-    std::string const text = ParseOrPrint(app, static_cast<int>(own.size()), own.data());
+    std::string text = ParseOrPrint(app, static_cast<int>(own.size()), own.data());
     if (!text.empty())
         return text;
     for (Query const& query : kQueries) {

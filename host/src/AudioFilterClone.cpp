@@ -16,7 +16,7 @@ boost::intrusive_ptr<AudioFilter> AudioFilter::Clone(boost::intrusive_ptr<AudioF
 }
 
 boost::intrusive_ptr<AudioFilter> AudioFilter::Clone() const {
-    boost::intrusive_ptr<AudioFilter> const copy = utility::CreateAudioFilter(GetID());
+    boost::intrusive_ptr<AudioFilter> copy = utility::CreateAudioFilter(GetID());
     if (!copy)
         return nullptr;
     copy->DoRequestIOConfiguration(mInputBuses, mOutputBuses);

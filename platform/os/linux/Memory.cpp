@@ -38,7 +38,7 @@ std::size_t GetOwnMemory() noexcept {
     ::close(file);
     std::string_view text(buffer.data(), count > 0 ? static_cast<std::size_t>(count) : 0);
     for (int place = 0; place < kPlace && !text.empty(); ++place)
-        text.remove_prefix(text.find(' ') == text.npos ? text.size() : text.find(' ') + 1);
+        text.remove_prefix(text.find(' ') == std::string_view::npos ? text.size() : text.find(' ') + 1);
     std::size_t pages = 0;
     std::from_chars(text.data(), text.data() + text.size(), pages);
     return pages * GetPageSize();

@@ -11,7 +11,7 @@ ScriptObjectPtr CreateScriptObject(ScriptContextHdl const& context, std::string 
     auto const* const definition = definition::ScriptDefinitions::Get().Find(className);
     if (!definition)
         throw InternalErrorException();
-    ScriptObjectPtr const object = definition->CreateFactoryInstance(context);
+    ScriptObjectPtr object = definition->CreateFactoryInstance(context);
     if (initialize)
         initialize(*object);
     return object;

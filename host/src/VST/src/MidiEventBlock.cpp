@@ -20,8 +20,8 @@ MidiEventBlock::MidiEventBlock() : mBlock(kBlockBytes), mEvents(kMaxEvents), mHe
         event.type = kVstMidiType;
         event.byteSize = sizeof(VstMidiEvent);
         VstMidiEvent* const pointer = &event;
-        std::memcpy(place, &pointer, sizeof pointer);
-        place += sizeof pointer;
+        std::memcpy(place, &pointer, sizeof(void*));
+        place += sizeof(void*);
     }
 }
 

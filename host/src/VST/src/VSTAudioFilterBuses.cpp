@@ -92,8 +92,9 @@ void VSTAudioFilter::RequestIOConfiguration(Layouts const& inputLayouts, Layouts
     mOutputArrangement.reset();
     if (inputLayouts.size() != 1 || outputLayouts.size() != 1)
         return;
-    AudioChannelLayout const input = inputLayouts.front(); // it may be one of the buses that are about to go
-    AudioChannelLayout const output = outputLayouts.front();
+    // Copies: they may be those of the buses that are about to go.
+    AudioChannelLayout const input(inputLayouts.front().begin(), inputLayouts.front().end());
+    AudioChannelLayout const output(outputLayouts.front().begin(), outputLayouts.front().end());
     if (NegotiateArrangements(input, output))
         ReadArrangements();
     BuildIOConfiguration();

@@ -42,8 +42,7 @@ boost::intrusive_ptr<VSTPluginModule> FindOrLoadVSTModule(UString const& path, U
     if (!theCache)
         return Fail(reason, u"the library is not initialised");
     auto const known = theCache->find(path);
-    boost::intrusive_ptr<VSTPluginModule> const module =
-        known != theCache->end() ? known->second : new VSTPluginModule(path);
+    boost::intrusive_ptr<VSTPluginModule> module = known != theCache->end() ? known->second : new VSTPluginModule(path);
     if (!module->GetOSModule() && !module->Load())
         return Fail(reason, module->GetLoadError());
     if (known == theCache->end())
@@ -61,7 +60,7 @@ boost::intrusive_ptr<VSTPluginModule> OpenVSTModule(UString const& path, UString
         return nullptr;
     }
     // What goes up from a link leads elsewhere than its text says.
-    auto const module = FindOrLoadVSTModule(vyncore::filesupport::File(whole).Exists() ? whole : path, &reason);
+    auto module = FindOrLoadVSTModule(vyncore::filesupport::File(whole).Exists() ? whole : path, &reason);
     if (module)
         module->KeepLoaded();
     return module;

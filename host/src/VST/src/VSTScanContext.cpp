@@ -80,7 +80,7 @@ void VSTScanContext::NextModule() {
 VSTScanContext::DescriptorPointer VSTScanContext::MakeDescriptor(UString const& id) const {
     try {
         auto const filter = mModule->CreateAudioFilter(id);
-        DescriptorPointer const descriptor =
+        DescriptorPointer descriptor =
             filter ? filter->CreateFilterDescriptor(mProgress.GetModule(), mInternalFilters) : nullptr;
         if (descriptor && mForceMonoAndStereo) {
             descriptor->SetSupportsMono(true);

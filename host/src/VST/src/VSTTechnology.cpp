@@ -56,7 +56,7 @@ boost::intrusive_ptr<AudioFilter> CreateVSTAudioFilter(UString const& id) {
     UString const path = descriptor->GetLocator().GetPath();
     vyncore::debug::DebugTrace(theCreateTrace, [&] { return u"CreateAudioFilter(), path:" + path; });
     auto const module = FindOrLoadVSTModule(path);
-    auto const filter = module ? module->CreateAudioFilter(id) : nullptr;
+    auto filter = module ? module->CreateAudioFilter(id) : nullptr;
     if (filter)
         filter->SetDisplayName(descriptor->GetName());
     return filter;
