@@ -2,7 +2,8 @@
 # build against it, and the program vynhost.
 
 # Debian's own place, which its linker, CMake and pkg-config search below /usr/local as well as below /usr.
-if(EXISTS /etc/debian_version AND CMAKE_LIBRARY_ARCHITECTURE)
+# A place that was asked for stays as it is: set would make it absolute.
+if(NOT DEFINED CACHE{CMAKE_INSTALL_LIBDIR} AND EXISTS /etc/debian_version AND CMAKE_LIBRARY_ARCHITECTURE)
   set(CMAKE_INSTALL_LIBDIR lib/${CMAKE_LIBRARY_ARCHITECTURE} CACHE PATH "Where libraries go, below the prefix")
 endif()
 include(GNUInstallDirs)
@@ -62,7 +63,10 @@ install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples DESTINATION ${VYN_DOC_DIR} COMP
 # The examples use it, and an application may take it over.
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/apps/guard DESTINATION ${VYN_DOC_DIR}/examples COMPONENT development
   FILES_MATCHING PATTERN "*.h" PATTERN "*.cpp")
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/ DESTINATION ${VYN_DOC_DIR} COMPONENT development
+# As in the sources, so that the pages' links to each other hold.
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs DESTINATION ${VYN_DOC_DIR} COMPONENT development
   FILES_MATCHING PATTERN "*.md")
-install(FILES ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/CHANGELOG.md
+install(FILES
+  ${PROJECT_SOURCE_DIR}/ARCHITECTURE.md ${PROJECT_SOURCE_DIR}/CHANGELOG.md
+  ${PROJECT_SOURCE_DIR}/CONTRIBUTING.md ${PROJECT_SOURCE_DIR}/README.md
   DESTINATION ${VYN_DOC_DIR} COMPONENT development)

@@ -48,10 +48,12 @@ bool DoctorChild::Take(ScanFrame const& frame) {
         mProcess.RestartClock();
         return true;
     case ScanFrameKind::kProgress:
+        if (!IsStep(frame.text))
+            return false;
         mStep = frame.text;
         mStepStarted = os::GetMonotonicNanos();
         mProcess.RestartClock();
-        return IsStep(mStep);
+        return true;
     case ScanFrameKind::kFilter:
         return TakeClass(frame.text);
     case ScanFrameKind::kFiled:

@@ -141,7 +141,8 @@ std::string RunDoctor(DoctorRequest const& request) {
     plan.Describe(report);
     report.seconds = std::chrono::duration<double>(Clock::now() - start).count();
     std::string text = request.json ? FormatJSON(report) : FormatTable(report);
-    if (!report.IsFine())
+    bool const foundNothing = !request.plugins.empty() && report.rows.empty();
+    if (foundNothing || !report.IsFine())
         throw FailedReport{text};
     return text;
 }

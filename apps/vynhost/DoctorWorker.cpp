@@ -84,11 +84,17 @@ private:
             RunStep(name, [&](DoctorStep& step) { Examine(name, step); });
     }
 
+    // A plug-in that gives no sound has no speed.
+    void ExamineSound(DoctorStep& step) {
+        if (double const times = ExamineRendering(*mPlugin, step); times > 0.0)
+            mTimesRealTime = times;
+    }
+
     void Examine(std::string const& name, DoctorStep& step) {
         if (name == "info")
             ExamineInfo(*mPlugin, step);
         else if (name == "render")
-            mTimesRealTime = ExamineRendering(*mPlugin, step);
+            ExamineSound(step);
         else if (name == "state")
             ExamineState(*mPlugin, step);
         else if (name == "editor")

@@ -38,15 +38,14 @@ CLI::App& DeclareChange(CLI::App& command, char const* name, char const* descrip
 
 void DeclareBan(CLI::App& app, BanRequest& request) {
     using Action = BanRequest::Action;
-    constexpr char const* kModules = "Module: its path, or the name or ID of a plug-in in it";
     CLI::App& ban = *app.add_subcommand("ban", "Tell the modules that are left alone; ban others");
     ban.require_subcommand(0, 1);
     ban.add_flag("--json", request.json, kJSONText);
     CLI::App& add = DeclareChange(ban, "add", "Leave modules alone from now on", request, Action::kAdd);
-    add.add_option("MODULE", request.modules, kModules)->required();
+    add.add_option("MODULE", request.modules, "Module: its path, or the name or ID of a plug-in in it")->required();
     add.add_option("--reason", request.reason, "Why, to remember it by")->type_name("TEXT");
     DeclareChange(ban, "remove", "Allow modules again; the next scan opens them", request, Action::kRemove)
-        .add_option("MODULE", request.modules, kModules)
+        .add_option("MODULE", request.modules, "Module: its path, as ban shows it")
         ->required();
 }
 

@@ -31,7 +31,7 @@ class RenderPass {
 public:
     /// @param request  must outlive the object
     /// @param score    likewise
-    /// @param filter   new and suspended
+    /// @param filter   suspended
     /// @param latency  compensates this latency in samples; empty: what the filter says
     /// Throws std::runtime_error for a filter that is no instrument when there is a MIDI file, and what RenderSource,
     /// MakeFilterPlan, OfflineRenderer, AudioFileWriter and the plug-in throw.

@@ -98,8 +98,12 @@ RenderRequest ScriptHost::MakeRequest(std::string const& inputPath, std::string 
 void ScriptHost::TellValues(AudioFilter& filter) {
     std::vector<float> const values = ReadValues(filter);
     mHeard.resize(values.size(), -1.0f);
+    // What comes behind a change is told as well: setting a program changes the values of others.
+    bool tells = false;
     for (std::size_t index = 0; index < values.size(); ++index) {
-        if (values[index] != mHeard[index])
+        tells = tells || values[index] != mHeard[index];
+        auto const info = tells ? filter.GetParameterInfo(static_cast<int>(index)) : nullptr;
+        if (tells && (!info || info->CanBeAutomated()))
             filter.SetParameter(static_cast<int>(index), values[index]);
     }
     mHeard = values;

@@ -21,7 +21,7 @@ class PluginSelection;
 struct RenderRequest;
 
 /// What a script works on: the one plug-in that is open, if there is one, and what is known of others. It goes before
-/// the Session does. All failures are CommandErrors.
+/// the Session does. Failures are CommandErrors where nothing else is said.
 ///
 /// Rendering leaves the filter as it was. A filter whose buses are still those that it came with, and whose channel
 /// maps are the first ones, is fitted to each file. As soon as either has been changed they are what the file is
@@ -61,7 +61,6 @@ public:
     std::vector<std::string> const& GetArguments() const noexcept { return mArguments; }
 
 private:
-    void Connect();
     RenderRequest MakeRequest(std::string const& inputPath, std::string const& outputPath);
     RenderReport RenderInStep(RenderRequest const& request);
     void TellValues(vynaudiofilterhost::AudioFilter& filter);

@@ -22,7 +22,8 @@ double CheckTimeout(double seconds) {
 } // namespace
 
 void DeclareScript(CLI::App& app, ScriptRequest& request) {
-    CLI::App& script = *app.add_subcommand("script", "Run a script that works with a plug-in");
+    CLI::App& script =
+        *app.add_subcommand("script", "Run a script that works with a plug-in; [-- ARGS] at the end are for it");
     CLI::Option* const file = script.add_option("FILE", request.path, "Script to run; what stands behind -- is for it");
     script.add_option("PLUGIN", request.plugin,
                       "Plug-in that is open when it begins: its unique ID, its name, or the path of its module");

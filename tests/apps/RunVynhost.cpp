@@ -22,9 +22,10 @@ ProgramResult RunVynhost(std::vector<std::string> const& arguments, std::string 
     TemporaryFolder const home;
     std::string const out = home.Path() / "out";
     std::string const err = home.Path() / "err";
-    // What real plug-ins leak would be a failure of the program under a sanitizer.
-    std::string command = "export ASAN_OPTIONS=detect_leaks=0; exec >" + Quote(out) + " 2>" + Quote(err) + "; " +
-                          shell + " HOME=" + Quote(home.Path()) + " exec " + Quote(VYNHOST_PROGRAM);
+    // What real plug-ins leak would be a failure of the program under a sanitizer; and a crash is to be one.
+    std::string command = "export ASAN_OPTIONS=detect_leaks=0:handle_segv=0 TSAN_OPTIONS=handle_segv=0; exec >" +
+                          Quote(out) + " 2>" + Quote(err) + "; " + shell + " HOME=" + Quote(home.Path()) + " exec " +
+                          Quote(VYNHOST_PROGRAM);
     for (std::string const& argument : arguments)
         command += " " + Quote(argument);
     int const status = std::system(command.c_str());

@@ -171,7 +171,8 @@ TEST_F(ScriptTest, CommandLineIsHeldToAndFailuresAreTold) {
                                 {3, {good, "nobody"}, "nobody: there is no such file"}});
     ProgramResult const result = RunVynhost({"script", good, "--", "--json", "x"});
     EXPECT_EQ(result.out, "--json,x\n0\n") << result.err;
-    for (auto const& item : json::parse(RunVynhost({"script", "--list", "--json"}).out).at(0).at("items"))
+    json const classes = json::parse(RunVynhost({"script", "--list", "--json"}).out);
+    for (auto const& item : classes.at(0).at("items"))
         EXPECT_FALSE(item.at("description").get<std::string>().empty());
 }
 
