@@ -20,6 +20,7 @@ struct FileIdentity {
     std::uint64_t volume = 0;
     std::uint64_t object = 0;
 
+    // NOLINTNEXTLINE(modernize-use-nullptr): the check takes what the compiler writes for a null
     friend auto operator<=>(FileIdentity const&, FileIdentity const&) = default;
 };
 

@@ -34,7 +34,7 @@ void ChannelMap::SetChannelLayout(int index, AudioChannelLayout const& layout) {
 }
 
 AudioChannelLayout const& ChannelMap::GetChannelLayout(int index) const noexcept {
-    static AudioChannelLayout const& kNone = *new AudioChannelLayout;
+    static AudioChannelLayout const& kNone = *new AudioChannelLayout; // NOLINT(bugprone-unhandled-exception-at-new)
     return Has(index) ? mEntries[static_cast<std::size_t>(index)].layout : kNone;
 }
 

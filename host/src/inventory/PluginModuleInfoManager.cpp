@@ -37,6 +37,7 @@ std::vector<PluginModuleInfoManager::TechnologyPointer> PluginModuleInfoManager:
     return technologies;
 }
 
+// NOLINTNEXTLINE(readability-make-member-function-const): it changes what belongs to the technologies
 void PluginModuleInfoManager::ResetToDefaultFolders() {
     for (TechnologyPointer const& technology : GetPluginTechnologies())
         technology->ResetDirectoriesToDefault();

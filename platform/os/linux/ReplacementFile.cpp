@@ -170,6 +170,7 @@ void ReplacementFile::RemoveAbandoned(vyncore::UString const& folder) {
     }
 }
 
+// NOLINTNEXTLINE(readability-make-member-function-const): it changes the file
 bool ReplacementFile::Write(std::string_view bytes) {
     while (!bytes.empty()) {
         ssize_t const count = ::write(mDescriptor, bytes.data(), bytes.size());

@@ -33,7 +33,7 @@ public:
 
     /// By the parts, the first before the others.
     /// [any-thread]
-    friend auto operator<=>(Guid const&, Guid const&) = default;
+    friend auto operator<=>(Guid const&, Guid const&) = default; // NOLINT(modernize-use-nullptr)
 
 private:
     std::uint32_t mFirst = 0;
