@@ -1,5 +1,6 @@
 #include "vynhost/DoctorRenderStep.h"
 
+#include "guard/OutputGuard.h"
 #include "vynhost/DoctorReport.h"
 #include "vynhost/MidiSong.h"
 #include "vynhost/OfflineRenderer.h"
@@ -56,7 +57,7 @@ public:
             for (float const value : std::span(channels[channel], static_cast<std::size_t>(samples))) {
                 isNaN = isNaN || std::isnan(value);
                 isInfinite = isInfinite || std::isinf(value);
-                isLoud = isLoud || (std::isfinite(value) && std::abs(value) > kMost);
+                isLoud = isLoud || (std::isfinite(value) && std::abs(value) > vynguard::OutputGuard::kLoudest);
             }
         }
         ++mBlocks;
@@ -77,8 +78,6 @@ public:
     }
 
 private:
-    static constexpr float kMost = 1000.0f;
-
     int mBlocks = 0;
     int mNaN = 0;
     int mInfinite = 0;

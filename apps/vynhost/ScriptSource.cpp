@@ -16,10 +16,6 @@ std::string ReadScriptSource(std::string const& path) {
     if (auto const odd = utf8::find_invalid(source.begin(), source.end()); odd != source.end())
         throw vynscripting::ScriptError("is no UTF-8 text", path,
                                         1 + static_cast<int>(std::count(source.begin(), odd, '\n')), {});
-    if (source.starts_with("\xEF\xBB\xBF"))
-        source.erase(0, 3);
-    if (source.starts_with("#!"))
-        source.replace(0, 2, "//");
     return source;
 }
 
